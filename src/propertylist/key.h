@@ -1,0 +1,92 @@
+#pragma once
+
+#include "propertylist/known_key_names.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace plenzo {
+
+/// A dictionary key. A known name is always the interned one, so that known keys compare by
+/// pointer; any other name is kept in a reference-counted block of its own and goes with its last
+/// key.
+class Key {
+public:
+    Key(std::string_view name);
+    Key(const char* name) : Key(std::string_view(name)) {}
+    Key(const std::string& name) : Key(std::string_view(name)) {}
+    /// An entry of `knownKeyNames`; this is what the constants in `keys` are made with.
+    explicit constexpr Key(const KeyName* knownName) : m_name(knownName) {}
+
+    constexpr Key(const Key& other) : m_name(other.m_name) {
+        if (!isKnown())
+            retain();
+    }
+    constexpr Key(Key&& other) noexcept : m_name(std::exchange(other.m_name, knownKeyNames)) {}
+    constexpr Key& operator=(const Key& other) {
+        Key copy(other);
+        std::swap(m_name, copy.m_name);
+        return *this;
+    }
+    constexpr Key& operator=(Key&& other) noexcept {
+        std::swap(m_name, other.m_name);
+        return *this;
+    }
+    constexpr ~Key() {
+        if (!isKnown())
+            release();
+    }
+
+    /// Points into the key.
+    constexpr std::string_view name() const { return m_name->text(); }
+
+    /// Whether the name is one of `knownKeyNames`.
+    constexpr bool isKnown() const {
+        return std::greater_equal<>()(m_name, knownKeyNames + 0) &&
+               std::less<>()(m_name, knownKeyNames + knownKeyCount);
+    }
+
+    friend bool operator==(const Key& left, const Key& right) {
+        if (left.m_name == right.m_name)
+            return true;
+        return !left.isKnown() && !right.isKnown() && left.name() == right.name();
+    }
+
+private:
+    friend class KeyView;
+
+    void retain() const;
+    void release() const;
+
+    const KeyName* m_name;
+};
+
+/// A key to look up: borrowed from a Key or from text, without allocating. Lives no longer than
+/// what it was made from.
+class KeyView {
+public:
+    constexpr KeyView(const Key& key) : m_name(key.m_name), m_isKnown(key.isKnown()) {}
+    KeyView(std::string_view name)
+        : m_name(knownKeyName(name)), m_isKnown(m_name != nullptr), m_text(name) {}
+    KeyView(const char* name) : KeyView(std::string_view(name)) {}
+    KeyView(const std::string& name) : KeyView(std::string_view(name)) {}
+
+    constexpr bool isKnown() const { return m_isKnown; }
+    constexpr std::string_view name() const { return m_name ? m_name->text() : m_text; }
+
+    /// Known names by pointer, the others by text.
+    bool matches(const Key& key) const {
+        if (key.m_name == m_name)
+            return true;
+        return !m_isKnown && !key.isKnown() && key.name() == name();
+    }
+
+private:
+    const KeyName* m_name;
+    bool m_isKnown;
+    std::string_view m_text;
+};
+
+} // namespace plenzo
