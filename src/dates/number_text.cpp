@@ -1,0 +1,21 @@
+#include "dates/number_text.h"
+
+#include <unicode/numfmt.h>
+
+#include <memory>
+
+namespace plenzo {
+
+std::string stringFromInteger(std::int64_t number, const std::string& locale) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<icu::NumberFormat> format(
+        icu::NumberFormat::createInstance(icu::Locale::createCanonical(locale.c_str()), error));
+    if (U_FAILURE(error) || format == nullptr) {
+        return std::to_string(number);
+    }
+    icu::UnicodeString text;
+    std::string utf8;
+    return format->format(number, text).toUTF8String(utf8);
+}
+
+} // namespace plenzo
