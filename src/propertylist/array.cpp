@@ -41,10 +41,8 @@ void Array::append(Value value) {
     const std::size_t count = size();
     if (count == UINT32_MAX)
         return;
-    if (m_block == nullptr || count == m_block->capacity)
-        makeWritable(std::min<std::size_t>(count + count / 2 + 4, UINT32_MAX));
-    else
-        makeWritable(m_block->capacity);
+    makeWritable(count < capacity() ? capacity()
+                                    : std::min<std::size_t>(count + count / 2 + 4, UINT32_MAX));
     new (m_block->elements<Value>() + count) Value(std::move(value));
     ++m_block->size;
 }
@@ -65,7 +63,7 @@ void Array::remove(std::size_t index) {
 Value* Array::findMutable(std::size_t index) {
     if (index >= size())
         return nullptr;
-    makeWritable(m_block->capacity);
+    makeWritable(capacity());
     return m_block->elements<Value>() + index;
 }
 

@@ -50,6 +50,7 @@ public:
 private:
     friend class Value;
 
+    std::size_t capacity() const { return m_block ? m_block->capacity : 0; }
     /// Afterwards this is the only handle of a block with room for `capacity` values.
     void makeWritable(std::size_t capacity);
     void copyElements(std::size_t capacity);

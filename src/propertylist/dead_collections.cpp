@@ -13,24 +13,20 @@ void destroyCollection(CollectionBlock* block) {
 }
 
 void DeadCollections::add(CollectionBlock* block) {
-    // Its reference count and capacity are not needed any more.
     static_assert(sizeof(Block) + sizeof(CollectionBlock::capacity) == sizeof(m_first));
-    std::memcpy(static_cast<void*>(block), &m_first, sizeof(m_first));
-    m_first = block;
+    // Over its reference count and its capacity, which nobody needs any more.
+    void* const link = block;
+    std::memcpy(link, &m_first, sizeof(m_first));
+    m_first = link;
 }
 
 void DeadCollections::destroyAll() {
     while (m_first != nullptr) {
-        CollectionBlock* block = takeFirst();
+        auto* block = static_cast<CollectionBlock*>(m_first);
+        std::memcpy(&m_first, m_first, sizeof(m_first));
         destroyElements(block);
         freeBlock(block);
     }
-}
-
-CollectionBlock* DeadCollections::takeFirst() {
-    CollectionBlock* block = m_first;
-    std::memcpy(&m_first, static_cast<void*>(block), sizeof(m_first));
-    return block;
 }
 
 void DeadCollections::destroyElements(CollectionBlock* block) {
@@ -50,10 +46,10 @@ void DeadCollections::destroyElements(CollectionBlock* block) {
 void DeadCollections::discard(Value& value) {
     if (!value.holdsBlock())
         return;
-    auto* block = value.load<Block*>();
+    Block* block = value.block();
     if (block == nullptr || !block->dropReference())
         return;
-    if (value.m_kind == Value::Kind::Array || value.m_kind == Value::Kind::Dictionary)
+    if (value.array() != nullptr || value.dictionary() != nullptr)
         add(static_cast<CollectionBlock*>(block));
     else
         freeBlock(block);

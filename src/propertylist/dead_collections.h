@@ -14,12 +14,11 @@ public:
     void destroyAll();
 
 private:
-    CollectionBlock* takeFirst();
     void destroyElements(CollectionBlock* block);
     /// Ends a value without its destructor, which would recurse.
     void discard(Value& value);
 
-    CollectionBlock* m_first = nullptr;
+    void* m_first = nullptr;
 };
 
 } // namespace plenzo

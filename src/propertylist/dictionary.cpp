@@ -62,7 +62,7 @@ Value* Dictionary::findMutable(KeyView key) {
     const std::size_t number = entryNumber(key);
     if (number == absent)
         return nullptr;
-    makeWritable(m_block->capacity);
+    makeWritable(capacity());
     return &entries()[number].value;
 }
 
@@ -85,7 +85,7 @@ void Dictionary::remove(KeyView key) {
     const std::size_t number = entryNumber(key);
     if (number == absent)
         return;
-    makeWritable(m_block->capacity);
+    makeWritable(capacity());
     std::move(entries() + number + 1, entries() + size(), entries() + number);
     entries()[--m_block->size].~Entry();
     rebuildIndex(*m_block);
@@ -93,10 +93,8 @@ void Dictionary::remove(KeyView key) {
 
 void Dictionary::growForOneMore() {
     const std::size_t count = size();
-    if (m_block != nullptr && count < m_block->capacity)
-        makeWritable(m_block->capacity);
-    else
-        makeWritable(std::min(count + count / 2 + 4, maximumCapacity));
+    makeWritable(count < capacity() ? capacity()
+                                    : std::min(count + count / 2 + 4, maximumCapacity));
 }
 
 void Dictionary::makeWritable(std::size_t capacity) {

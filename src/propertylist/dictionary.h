@@ -79,6 +79,7 @@ private:
 
     std::size_t entryNumber(KeyView key) const;
     Entry* entries() { return m_block->elements<Entry>(); }
+    std::size_t capacity() const { return m_block ? m_block->capacity : 0; }
     /// Afterwards this is the only handle of a block with room for `capacity` entries.
     void makeWritable(std::size_t capacity);
     void copyEntries(std::size_t capacity);

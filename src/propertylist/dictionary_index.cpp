@@ -33,7 +33,7 @@ std::size_t DictionaryIndex::firstSlot(std::string_view name) const {
     return keyedHash(name.data(), name.size()) & (m_slots.size() - 1);
 }
 
-std::size_t DictionaryIndex::find(const KeyView& key) const {
+std::size_t DictionaryIndex::find(KeyView key) const {
     for (std::size_t slot = firstSlot(key.name()); m_slots[slot] != freeSlot;
          slot = (slot + 1) & (m_slots.size() - 1))
         if (key.matches(m_entries[m_slots[slot]].key))

@@ -21,7 +21,7 @@ public:
     explicit DictionaryIndex(CollectionBlock& block);
 
     /// The number of the key's entry, or SIZE_MAX.
-    std::size_t find(const KeyView& key) const;
+    std::size_t find(KeyView key) const;
     /// Of an entry whose key is not in the index yet.
     void add(std::size_t entryNumber);
     /// Makes it anew from the entries.

@@ -2,6 +2,8 @@
 
 #include "propertylist/known_key_names.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -43,10 +45,7 @@ public:
     constexpr std::string_view name() const { return m_name->text(); }
 
     /// Whether the name is one of `knownKeyNames`.
-    constexpr bool isKnown() const {
-        return std::greater_equal<>()(m_name, knownKeyNames + 0) &&
-               std::less<>()(m_name, knownKeyNames + knownKeyCount);
-    }
+    constexpr bool isKnown() const { return isKnownName(m_name); }
 
     friend bool operator==(const Key& left, const Key& right) {
         if (left.m_name == right.m_name)
@@ -57,6 +56,10 @@ public:
 private:
     friend class KeyView;
 
+    static constexpr bool isKnownName(const KeyName* name) {
+        return std::greater_equal<>()(name, knownKeyNames + 0) &&
+               std::less<>()(name, knownKeyNames + knownKeyCount);
+    }
     void retain() const;
     void release() const;
 
@@ -67,26 +70,40 @@ private:
 /// what it was made from.
 class KeyView {
 public:
-    constexpr KeyView(const Key& key) : m_name(key.m_name), m_isKnown(key.isKnown()) {}
-    KeyView(std::string_view name)
-        : m_name(knownKeyName(name)), m_isKnown(m_name != nullptr), m_text(name) {}
+    constexpr KeyView(const Key& key) : m_name(key.m_name), m_length(nameLength) {}
+    KeyView(std::string_view name) : m_name(knownKeyName(name)), m_length(nameLength) {
+        if (m_name == nullptr) {
+            m_characters = name.data();
+            m_length = name.size();
+        }
+    }
     KeyView(const char* name) : KeyView(std::string_view(name)) {}
     KeyView(const std::string& name) : KeyView(std::string_view(name)) {}
 
-    constexpr bool isKnown() const { return m_isKnown; }
-    constexpr std::string_view name() const { return m_name ? m_name->text() : m_text; }
+    constexpr std::string_view name() const {
+        return m_length == nameLength ? m_name->text() : std::string_view(m_characters, m_length);
+    }
 
     /// Known names by pointer, the others by text.
     bool matches(const Key& key) const {
-        if (key.m_name == m_name)
-            return true;
-        return !m_isKnown && !key.isKnown() && key.name() == name();
+        if (m_length == nameLength) {
+            if (m_name == key.m_name)
+                return true;
+            if (Key::isKnownName(m_name))
+                return false;
+        }
+        return !key.isKnown() && key.name() == name();
     }
 
 private:
-    const KeyName* m_name;
-    bool m_isKnown;
-    std::string_view m_text;
+    /// Instead of the characters' number: the view is of a KeyName. Two words go in registers.
+    static constexpr std::size_t nameLength = SIZE_MAX;
+
+    union {
+        const KeyName* m_name;
+        const char* m_characters;
+    };
+    std::size_t m_length;
 };
 
 } // namespace plenzo

@@ -8,40 +8,39 @@
 namespace plenzo {
 
 Value::Value(std::string_view text) {
-    if (text.size() <= inlineCapacity) {
-        m_kind = Kind::ShortString;
-        m_inlineLength = static_cast<std::uint8_t>(text.size());
+    if (text.size() <= Cell::inlineCapacity) {
+        m_cell.kind = Kind::ShortString;
+        m_cell.inlineLength = static_cast<std::uint8_t>(text.size());
         if (!text.empty())
-            std::memcpy(m_payload, text.data(), text.size());
+            std::memcpy(m_cell.payload, text.data(), text.size());
     } else if (text.size() <= UINT32_MAX) {
-        m_kind = Kind::LongString;
-        store<Block*>(makeBytesBlock(text.data(), text.size()));
+        *this = holding(Kind::LongString, makeBytesBlock(text.data(), text.size()));
     }
 }
 
-Value::Value(Array array) : Value(Kind::Array, std::exchange(array.m_block, nullptr)) {}
+Value::Value(Array array) : Value(holding(Kind::Array, std::exchange(array.m_block, nullptr))) {}
 
 Value::Value(Dictionary dictionary)
-    : Value(Kind::Dictionary, std::exchange(dictionary.m_block, nullptr)) {}
+    : Value(holding(Kind::Dictionary, std::exchange(dictionary.m_block, nullptr))) {}
 
 Value Value::fromData(std::span<const std::byte> bytes) {
     if (bytes.size() > UINT32_MAX)
         return {};
-    return Value(Kind::Data, makeBytesBlock(bytes.data(), bytes.size()));
+    return holding(Kind::Data, makeBytesBlock(bytes.data(), bytes.size()));
 }
 
 void Value::releaseBlock() {
-    auto* block = load<Block*>();
-    if (block == nullptr || !block->dropReference())
+    Block* held = block();
+    if (held == nullptr || !held->dropReference())
         return;
-    if (m_kind == Kind::Array || m_kind == Kind::Dictionary)
-        destroyCollection(static_cast<CollectionBlock*>(block));
+    if (m_cell.kind == Kind::Array || m_cell.kind == Kind::Dictionary)
+        destroyCollection(static_cast<CollectionBlock*>(held));
     else
-        freeBlock(block);
+        freeBlock(held);
 }
 
 ValueType Value::type() const {
-    switch (m_kind) {
+    switch (m_cell.kind) {
     case Kind::Nothing:
         return ValueType::Nothing;
     case Kind::ShortString:
@@ -69,58 +68,61 @@ ValueType Value::type() const {
 }
 
 std::string_view Value::text() const {
-    if (m_kind == Kind::ShortString)
-        return {reinterpret_cast<const char*>(m_payload), m_inlineLength};
-    auto* block = static_cast<BytesBlock*>(load<Block*>());
-    return {block->bytes(), block->size};
+    if (m_cell.kind == Kind::ShortString)
+        return {reinterpret_cast<const char*>(m_cell.payload), m_cell.inlineLength};
+    auto* bytes = static_cast<BytesBlock*>(block());
+    return {bytes->bytes(), bytes->size};
 }
 
 std::optional<std::string_view> Value::string() const {
-    if (m_kind != Kind::ShortString && m_kind != Kind::LongString)
+    if (m_cell.kind != Kind::ShortString && m_cell.kind != Kind::LongString)
         return std::nullopt;
     return text();
 }
 
 std::optional<Date> Value::date() const {
-    if (m_kind != Kind::Date)
+    if (m_cell.kind != Kind::Date)
         return std::nullopt;
-    return Date{load<double>()};
+    return Date{m_cell.load<double>()};
 }
 
 std::optional<Color> Value::color() const {
-    if (m_kind != Kind::Color)
+    if (m_cell.kind != Kind::Color)
         return std::nullopt;
-    return load<Color>();
+    return m_cell.load<Color>();
 }
 
 std::optional<std::span<const std::byte>> Value::data() const {
-    if (m_kind != Kind::Data)
+    if (m_cell.kind != Kind::Data)
         return std::nullopt;
-    auto* block = static_cast<BytesBlock*>(load<Block*>());
-    return std::as_bytes(std::span(block->bytes(), block->size));
+    auto* bytes = static_cast<BytesBlock*>(block());
+    return std::as_bytes(std::span(bytes->bytes(), bytes->size));
 }
 
 // A cell that holds an array or a dictionary begins with the handle's only member.
 
 const Array* Value::array() const {
-    static_assert(sizeof(Array) == sizeof(Block*));
-    return m_kind == Kind::Array ? std::launder(reinterpret_cast<const Array*>(m_payload))
-                                 : nullptr;
+    static_assert(sizeof(Array) == sizeof(void*));
+    return m_cell.kind == Kind::Array ? std::launder(reinterpret_cast<const Array*>(m_cell.payload))
+                                      : nullptr;
 }
 
 const Dictionary* Value::dictionary() const {
-    static_assert(sizeof(Dictionary) == sizeof(Block*));
-    return m_kind == Kind::Dictionary ? std::launder(reinterpret_cast<const Dictionary*>(m_payload))
-                                      : nullptr;
+    static_assert(sizeof(Dictionary) == sizeof(void*));
+    return m_cell.kind == Kind::Dictionary
+               ? std::launder(reinterpret_cast<const Dictionary*>(m_cell.payload))
+               : nullptr;
 }
 
 Array* Value::mutableArray() {
-    return m_kind == Kind::Array ? std::launder(reinterpret_cast<Array*>(m_payload)) : nullptr;
+    return m_cell.kind == Kind::Array ? std::launder(reinterpret_cast<Array*>(m_cell.payload))
+                                      : nullptr;
 }
 
 Dictionary* Value::mutableDictionary() {
-    return m_kind == Kind::Dictionary ? std::launder(reinterpret_cast<Dictionary*>(m_payload))
-                                      : nullptr;
+    return m_cell.kind == Kind::Dictionary
+               ? std::launder(reinterpret_cast<Dictionary*>(m_cell.payload))
+               : nullptr;
 }
 
 } // namespace plenzo

@@ -23,12 +23,12 @@ class Dictionary;
 class Value {
 public:
     constexpr Value() = default;
-    Value(std::same_as<bool> auto value) : m_kind(Kind::Boolean) { store(value); }
+    Value(std::same_as<bool> auto value) : Value(Kind::Boolean, value) {}
     template <std::integral Number>
     requires(!std::same_as<Number, bool>) Value(Number number);
-    Value(double number) : m_kind(Kind::Real) { store(number); }
-    Value(Date date) : m_kind(Kind::Date) { store(date.secondsSinceReferenceDate); }
-    Value(Color color) : m_kind(Kind::Color) { store(color); }
+    Value(double number) : Value(Kind::Real, number) {}
+    Value(Date date) : Value(Kind::Date, date.secondsSinceReferenceDate) {}
+    Value(Color color) : Value(Kind::Color, color) {}
     /// Text is UTF-8 and is kept as it stands, valid or not. A string of 4 GiB or more is Nothing.
     Value(std::string_view text);
     Value(const char* text) : Value(std::string_view(text)) {}
@@ -38,8 +38,8 @@ public:
     /// Data of 4 GiB or more is Nothing.
     static Value fromData(std::span<const std::byte> bytes);
 
-    Value(const Value& other) : Value(other, Raw::Copy) { retain(); }
-    Value(Value&& other) noexcept : Value(other, Raw::Copy) { other.m_kind = Kind::Nothing; }
+    Value(const Value& other) : m_cell(other.m_cell) { retain(); }
+    Value(Value&& other) noexcept : m_cell(other.m_cell) { other.m_cell.kind = Kind::Nothing; }
     Value& operator=(const Value& other) {
         Value copy(other);
         return *this = std::move(copy);
@@ -47,15 +47,15 @@ public:
     Value& operator=(Value&& other) noexcept {
         if (this != &other) {
             release();
-            copyCell(other);
-            other.m_kind = Kind::Nothing;
+            m_cell = other.m_cell;
+            other.m_cell.kind = Kind::Nothing;
         }
         return *this;
     }
     ~Value() { release(); }
 
     ValueType type() const;
-    bool isNothing() const { return m_kind == Kind::Nothing; }
+    bool isNothing() const { return m_cell.kind == Kind::Nothing; }
 
     /// Numbers are true unless 0 or NaN, and so are the numbers that strings spell; anything else
     /// is false.
@@ -104,27 +104,36 @@ private:
         Array,
         Dictionary
     };
-    enum class Raw { Copy };
+    /// The 16 bytes; copying them shares what they point to without counting it.
+    struct Cell {
+        static constexpr std::size_t inlineCapacity = 14;
 
-    static constexpr std::size_t inlineCapacity = 14;
+        template <typename Content>
+        void store(const Content& content) {
+            std::memcpy(payload, &content, sizeof(Content));
+        }
+        template <typename Content>
+        Content load() const {
+            Content content;
+            std::memcpy(&content, payload, sizeof(Content));
+            return content;
+        }
 
-    Value(const Value& other, Raw) { copyCell(other); }
-    Value(Kind kind, Block* block) : m_kind(kind) { store(block); }
+        alignas(8) std::byte payload[inlineCapacity] = {};
+        std::uint8_t inlineLength = 0;
+        Kind kind = Kind::Nothing;
+    };
 
+    explicit Value(Kind kind) { m_cell.kind = kind; }
     template <typename Content>
-    void store(const Content& content) {
-        std::memcpy(m_payload, &content, sizeof(Content));
+    Value(Kind kind, const Content& content) : Value(kind) {
+        m_cell.store(content);
     }
-    template <typename Content>
-    Content load() const {
-        Content content;
-        std::memcpy(&content, m_payload, sizeof(Content));
-        return content;
-    }
-    void copyCell(const Value& other) {
-        std::memcpy(static_cast<void*>(this), &other, sizeof(Value));
-    }
-    bool holdsBlock() const { return m_kind >= Kind::LongString; }
+    /// The block may be null: an empty collection has none.
+    static Value holding(Kind kind, Block* block) { return {kind, static_cast<void*>(block)}; }
+
+    Block* block() const { return static_cast<Block*>(m_cell.load<void*>()); }
+    bool holdsBlock() const { return m_cell.kind >= Kind::LongString; }
     void retain() const {
         if (holdsBlock())
             retainBlock();
@@ -134,28 +143,27 @@ private:
             releaseBlock();
     }
     void retainBlock() const {
-        if (Block* block = load<Block*>())
-            block->retain();
+        if (Block* held = block())
+            held->retain();
     }
     void releaseBlock();
     std::string_view text() const;
     template <typename Visitor>
     auto visitNumber(Visitor visitor) const;
 
-    alignas(8) std::byte m_payload[inlineCapacity] = {};
-    std::uint8_t m_inlineLength = 0;
-    Kind m_kind = Kind::Nothing;
+    Cell m_cell;
 };
 static_assert(sizeof(Value) == 16);
 
 template <std::integral Number>
-requires(!std::same_as<Number, bool>) Value::Value(Number number) : m_kind(Kind::Integer) {
+requires(!std::same_as<Number, bool>) Value::Value(Number number) {
     if constexpr (std::unsigned_integral<Number>) {
-        if (number > static_cast<std::uint64_t>(INT64_MAX))
-            m_kind = Kind::LargeUnsigned;
-        store(static_cast<std::uint64_t>(number));
+        m_cell.kind =
+            number > static_cast<std::uint64_t>(INT64_MAX) ? Kind::LargeUnsigned : Kind::Integer;
+        m_cell.store(static_cast<std::uint64_t>(number));
     } else {
-        store(static_cast<std::int64_t>(number));
+        m_cell.kind = Kind::Integer;
+        m_cell.store(static_cast<std::int64_t>(number));
     }
 }
 

@@ -38,15 +38,15 @@ Integer clamped(Number number) {
 
 template <typename Visitor>
 auto Value::visitNumber(Visitor visitor) const {
-    switch (m_kind) {
+    switch (m_cell.kind) {
     case Kind::Integer:
-        return visitor(load<std::int64_t>());
+        return visitor(m_cell.load<std::int64_t>());
     case Kind::LargeUnsigned:
-        return visitor(load<std::uint64_t>());
+        return visitor(m_cell.load<std::uint64_t>());
     case Kind::Real:
-        return visitor(load<double>());
+        return visitor(m_cell.load<double>());
     case Kind::Boolean:
-        return visitor(std::int64_t{load<bool>()});
+        return visitor(std::int64_t{m_cell.load<bool>()});
     case Kind::ShortString:
     case Kind::LongString:
         return std::visit(visitor, spelledNumber(text()));
