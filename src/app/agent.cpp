@@ -1,0 +1,124 @@
+#include "app/agent.h"
+
+#include "app/version.h"
+#include "core/plenzo_alarm.h"
+#include "linux/absolute_timers.h"
+#include "linux/agent_address.h"
+#include "linux/bus_on_main_loop.h"
+#include "linux/bus_thread.h"
+#include "linux/distributed_notifications_on_bus.h"
+#include "linux/file_user_defaults.h"
+#include "linux/freedesktop_notifications.h"
+#include "linux/host_link_on_bus.h"
+#include "linux/inspector_on_bus.h"
+#include "linux/regional_settings_of_system.h"
+#include "linux/system_clock.h"
+#include "linux/termination_signals.h"
+#include "linux/xdg_folders.h"
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+constexpr const char* folderName = "PlenzoAlarm";
+
+std::string preferencesPath(const XdgFolders& folders) {
+    const std::string parent = XdgFolders::configuration().value_or(folders.temporary());
+    return parent + "/" + folderName + "/Preferences.plist";
+}
+
+/// The two connections to the session's bus, or a reason why there are none.
+struct Connections {
+    /// Owns the agent's name; served by a thread of its own.
+    std::unique_ptr<sdbus::IConnection> link;
+    /// For calls to the desktop's services; served by the main loop.
+    std::unique_ptr<sdbus::IConnection> desktop;
+    std::string failure;
+};
+
+Connections connect() {
+    Connections connections;
+    try {
+        connections.link = sdbus::createSessionBusConnection();
+        connections.desktop = sdbus::createSessionBusConnection();
+    } catch (const sdbus::Error& error) {
+        connections.failure = "no session bus: " + error.getMessage();
+        return connections;
+    }
+    try {
+        connections.link->requestName(agentaddress::busName);
+    } catch (const sdbus::Error&) {
+        connections.failure = "already running for this user";
+    }
+    return connections;
+}
+
+/// Every adapter, and the agent over them.
+class Agent {
+public:
+    explicit Agent(Connections connections)
+        : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
+          m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
+          m_userNotificationCenter(m_desktopBus), m_busThread(std::move(connections.link)),
+          m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
+          m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
+          m_inspector(m_loop, m_busThread,
+                      [this] { return m_plenzoAlarm.inspector().pendingAlarms(); }) {
+        m_hostLink.setDisconnected([this] { m_loop.quit(0); });
+    }
+
+    int run() {
+        const Handle termination = onTerminationRequest(m_loop, [this] { m_loop.quit(0); });
+        m_plenzoAlarm.applicationDidFinishLaunching();
+        const int exitCode = m_loop.run();
+        m_plenzoAlarm.applicationWillTerminate();
+        m_busThread.stop();
+        return exitCode;
+    }
+
+private:
+    Platform platform() {
+        return {.clock = m_clock,
+                .timers = m_timers,
+                .regionalSettings = m_regionalSettings,
+                .folders = m_folders,
+                .defaults = m_defaults,
+                .hostLink = m_hostLink,
+                .distributedNotifications = m_distributedNotifications,
+                .userNotificationCenter = m_userNotificationCenter};
+    }
+
+    MainLoop m_loop;
+    SystemClock m_clock;
+    AbsoluteTimers m_timers;
+    RegionalSettingsOfSystem m_regionalSettings;
+    XdgFolders m_folders;
+    FileUserDefaults m_defaults;
+    BusOnMainLoop m_desktopBus;
+    FreedesktopNotifications m_userNotificationCenter;
+    BusThread m_busThread;
+    HostLinkOnBus m_hostLink;
+    DistributedNotificationsOnBus m_distributedNotifications;
+    PlenzoAlarm m_plenzoAlarm;
+    InspectorOnBus m_inspector;
+};
+
+} // namespace
+
+int runAgent() {
+    Connections connections = connect();
+    if (!connections.failure.empty()) {
+        std::fprintf(stderr, "plenzoalarm: %s\n", connections.failure.c_str());
+        return 1;
+    }
+    return Agent(std::move(connections)).run();
+}
+
+} // namespace plenzo

@@ -1,0 +1,39 @@
+#include "core/inspector.h"
+
+namespace plenzo {
+
+namespace {
+
+void copyValue(const Dictionary& from, const Key& key, Dictionary& row, const Key& rowKey) {
+    if (const Value* value = from.find(key)) {
+        row.set(rowKey, *value);
+    }
+}
+
+Dictionary row(const Alarm& alarm) {
+    Dictionary row;
+    row.reserve(7);
+    if (alarm.fireDate) {
+        row.set(keys::fireDate, Value(alarm.fireDate->instant().date()));
+    }
+    row.set(keys::fireDay, Value(alarm.fireDay));
+    copyValue(*alarm.eventDict, keys::uid, row, keys::uid);
+    copyValue(*alarm.eventDict, keys::title, row, keys::title);
+    copyValue(*alarm.eventDict, keys::type, row, keys::type);
+    copyValue(alarm.reminderDict, keys::uid, row, keys::reminderUid);
+    copyValue(alarm.reminderDict, keys::type, row, keys::reminderType);
+    return row;
+}
+
+} // namespace
+
+Array Inspector::pendingAlarms() const {
+    Array rows;
+    rows.reserve(m_queue.alarms().size());
+    for (const Alarm& alarm : m_queue.alarms()) {
+        rows.append(Value(row(alarm)));
+    }
+    return rows;
+}
+
+} // namespace plenzo

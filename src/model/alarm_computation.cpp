@@ -1,0 +1,167 @@
+#include "model/alarm_computation.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+constexpr double secondsPerDay = 86400.0;
+
+/// What every reminder entry of one occurrence is computed from.
+struct Occurrence {
+    const EventDict& eventDict;
+    std::optional<CalendarDate> localDate;
+    std::optional<Instant> issueTime;
+    ProximityAlarms proximityAlarms;
+    const AlarmContext& context;
+};
+
+/// A date without calendar fields (infinite, NaN, absurdly far) counts as absent.
+std::optional<Instant> instantForKey(const Dictionary& dictionary, const Key& key) {
+    const auto date = dictionary.dateForKey(key);
+    const auto instant = date ? std::optional(Instant(*date)) : std::nullopt;
+    return instant && instant->isReadable() ? instant : std::nullopt;
+}
+
+/// Whole days since the reference date, truncated toward zero.
+std::int64_t dayNumber(Instant instant) {
+    return Value(instant.secondsSinceReferenceDate() / secondsPerDay).integerValue();
+}
+
+std::int64_t daysFromToday(const Occurrence& occurrence) {
+    const std::int64_t today = dayNumber(occurrence.context.now);
+    const std::int64_t day = occurrence.localDate ? dayNumber(occurrence.localDate->instant()) : 0;
+    return std::abs(day - today);
+}
+
+bool asksForAllProximityAlarms(const Occurrence& occurrence, ReminderType type) {
+    return occurrence.proximityAlarms == ProximityAlarms::IncludeAll &&
+           type == ReminderType::Proximity;
+}
+
+bool relativeAlarmApplies(const Occurrence& occurrence, ReminderType type) {
+    if (!occurrence.localDate) {
+        return asksForAllProximityAlarms(occurrence, type);
+    }
+    return type != ReminderType::Proximity || asksForAllProximityAlarms(occurrence, type);
+}
+
+/// Whether an alarm at this date is still to fire, and soon enough.
+bool isDue(const Occurrence& occurrence, const Dictionary& reminder, Instant fireDate) {
+    const Instant from = occurrence.issueTime.value_or(occurrence.context.now);
+    const double leadTimeSeconds = fireDate - from;
+    if (leadTimeSeconds < 0 && !asksForAllProximityAlarms(occurrence, reminderType(reminder))) {
+        return false;
+    }
+    const auto acknowledged = instantForKey(reminder, keys::ack);
+    if (acknowledged && *acknowledged > fireDate) {
+        return false;
+    }
+    return occurrence.issueTime || leadTimeSeconds <= alarmHorizonSeconds;
+}
+
+std::optional<Alarm> absoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder,
+                                   Instant fireDate) {
+    if (!isDue(occurrence, reminder, fireDate)) {
+        return std::nullopt;
+    }
+    return Alarm{.fireDate = CalendarDate(fireDate, occurrence.context.systemZone),
+                 .eventDict = occurrence.eventDict,
+                 .reminderDict = reminder,
+                 .fireDay = daysFromToday(occurrence)};
+}
+
+std::optional<Alarm> relativeAlarm(const Occurrence& occurrence, const Dictionary& reminder) {
+    if (!relativeAlarmApplies(occurrence, reminderType(reminder))) {
+        return std::nullopt;
+    }
+    Alarm alarm{.fireDate = std::nullopt,
+                .eventDict = occurrence.eventDict,
+                .reminderDict = reminder,
+                .fireDay = 0};
+    if (!occurrence.localDate) {
+        return alarm;
+    }
+    const Instant fireDate = occurrence.localDate->instant() + reminder.doubleForKey(keys::rel);
+    if (!fireDate.isReadable() || !isDue(occurrence, reminder, fireDate)) {
+        return std::nullopt;
+    }
+    alarm.fireDate = CalendarDate(fireDate, occurrence.localDate->timeZone());
+    return alarm;
+}
+
+std::optional<Alarm> alarmForReminder(const Occurrence& occurrence, const Dictionary& reminder) {
+    if (reminderType(reminder) == ReminderType::NoAction) {
+        return std::nullopt;
+    }
+    if (const auto fireDate = instantForKey(reminder, keys::abs)) {
+        return absoluteAlarm(occurrence, reminder, *fireDate);
+    }
+    return relativeAlarm(occurrence, reminder);
+}
+
+CalendarDate localMidnightOfUniversalDay(const CalendarDate& date, const TimeZone& systemZone) {
+    const DateFields day = date.fields();
+    return CalendarDate::dateWithYear(day.year, day.month, day.day, 0, 0, 0, false, systemZone)
+        .value_or(date);
+}
+
+CalendarDate movedToToday(const CalendarDate& date, Instant now) {
+    const DateFields today = CalendarDate(now, date.timeZone()).fields();
+    const DateComponents day{.year = today.year, .month = today.month, .day = today.day};
+    return date.calendarDateByApplyingComps(day, date.timeZone()).value_or(date);
+}
+
+/// All-day and floating dates hold their local wall clock in UTC.
+CalendarDate localDate(Instant instant, const Dictionary& eventDict, const TimeZone& systemZone) {
+    const CalendarDate universal(instant, TimeZone::universal());
+    if (eventDict.boolForKey(keys::allDay)) {
+        return localMidnightOfUniversalDay(universal, systemZone);
+    }
+    return eventDict.boolForKey(keys::floating) ? universal.localTimeFromFloatingTime(systemZone)
+                                                : CalendarDate(instant, systemZone);
+}
+
+} // namespace
+
+std::optional<CalendarDate> eventDateInLocalTime(const Dictionary& eventDict,
+                                                 CarryForward carryForward,
+                                                 const AlarmContext& context) {
+    if (const auto completed = instantForKey(eventDict, keys::completionDate)) {
+        return CalendarDate(*completed, context.systemZone);
+    }
+    const auto instant = instantForKey(eventDict, keys::date);
+    if (!instant) {
+        return std::nullopt;
+    }
+    const auto date = localDate(*instant, eventDict, context.systemZone);
+    const bool carries = carryForward == CarryForward::Yes && eventDict.boolForKey(keys::carry);
+    return carries && date.instant() < context.now ? movedToToday(date, context.now) : date;
+}
+
+std::vector<Alarm> alarmsForEventDict(const EventDict& eventDict, std::optional<Instant> issueTime,
+                                      ProximityAlarms proximityAlarms,
+                                      const AlarmContext& context) {
+    std::vector<Alarm> alarms;
+    const Array* reminders = eventDict ? eventDict->arrayForKey(keys::rem) : nullptr;
+    if (reminders == nullptr) {
+        return alarms;
+    }
+    const Occurrence occurrence{.eventDict = eventDict,
+                                .localDate =
+                                    eventDateInLocalTime(*eventDict, CarryForward::No, context),
+                                .issueTime = issueTime,
+                                .proximityAlarms = proximityAlarms,
+                                .context = context};
+    for (const Value& reminder : *reminders) {
+        const Dictionary* entry = reminder.dictionary();
+        if (auto alarm = entry != nullptr ? alarmForReminder(occurrence, *entry) : std::nullopt) {
+            alarms.push_back(std::move(*alarm));
+        }
+    }
+    return alarms;
+}
+
+} // namespace plenzo

@@ -1,0 +1,37 @@
+#include "model/title_order.h"
+
+#include <unicode/coll.h>
+#include <unicode/locid.h>
+#include <unicode/stringpiece.h>
+
+namespace plenzo {
+
+struct TitleOrder::Collator {
+    std::unique_ptr<icu::Collator> collator;
+};
+
+TitleOrder::TitleOrder(const std::string& locale) : m_collator(std::make_unique<Collator>()) {
+    UErrorCode status = U_ZERO_ERROR;
+    m_collator->collator.reset(icu::Collator::createInstance(icu::Locale(locale.c_str()), status));
+    if (U_SUCCESS(status)) {
+        m_collator->collator->setStrength(icu::Collator::SECONDARY);
+    } else {
+        m_collator->collator.reset();
+    }
+}
+
+TitleOrder::~TitleOrder() = default;
+
+std::weak_ordering TitleOrder::compare(std::string_view left, std::string_view right) const {
+    if (m_collator->collator == nullptr) {
+        return left <=> right;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const auto piece = [](std::string_view text) {
+        return icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size()));
+    };
+    const auto result = m_collator->collator->compareUTF8(piece(left), piece(right), status);
+    return result <=> 0;
+}
+
+} // namespace plenzo
