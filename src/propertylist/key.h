@@ -46,6 +46,10 @@ public:
 
     /// Whether the name is one of `knownKeyNames`.
     constexpr bool isKnown() const { return isKnownName(m_name); }
+    /// Its place in `knownKeyNames`; only of a known key.
+    constexpr std::size_t knownNumber() const {
+        return static_cast<std::size_t>(m_name - knownKeyNames);
+    }
 
     friend bool operator==(const Key& left, const Key& right) {
         if (left.m_name == right.m_name)

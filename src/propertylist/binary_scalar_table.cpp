@@ -1,0 +1,62 @@
+#include "propertylist/binary_scalar_table.h"
+
+#include "propertylist/binary_scalars.h"
+#include "propertylist/keyed_hash.h"
+
+#include <cstring>
+
+namespace plenzo::binary {
+
+ScalarTable::Added ScalarTable::add(const Value& value) {
+    const std::size_t offset = m_output.size();
+    const std::size_t contentSize = writeScalar(m_output, value);
+    return {unique(offset), stepsOfObject(contentSize)};
+}
+
+ScalarTable::Added ScalarTable::addText(std::string_view text) {
+    const std::size_t offset = m_output.size();
+    const std::size_t contentSize = writeText(m_output, text);
+    return {unique(offset), stepsOfObject(contentSize)};
+}
+
+std::uint32_t ScalarTable::unique(std::size_t offset) {
+    if (2 * (m_offsets.size() + 1) > m_slots.size())
+        growSlots();
+    const auto bytes = m_output.bytes().subspan(offset);
+    const auto hash = static_cast<std::uint32_t>(keyedHash(bytes.data(), bytes.size()));
+    for (std::size_t place = hash & (m_slots.size() - 1); m_slots[place].number != freeNumber;
+         place = (place + 1) & (m_slots.size() - 1)) {
+        if (m_slots[place].hash != hash || !isTwin(m_slots[place].number, bytes))
+            continue;
+        m_output.truncate(offset);
+        return m_slots[place].number;
+    }
+    const auto number = static_cast<std::uint32_t>(m_offsets.size());
+    m_offsets.push_back(offset);
+    put({hash, number});
+    return number;
+}
+
+// An object's first bytes say where it ends, and so those that begin alike are alike.
+bool ScalarTable::isTwin(std::uint32_t number, std::span<const std::byte> bytes) const {
+    const std::byte* other = m_output.bytes().data() + m_offsets[number];
+    return std::memcmp(other, bytes.data(), bytes.size()) == 0;
+}
+
+void ScalarTable::growSlots() {
+    constexpr std::size_t firstSlotCount = 64;
+    std::vector<Slot> slots(m_slots.empty() ? firstSlotCount : 2 * m_slots.size());
+    slots.swap(m_slots);
+    for (const Slot& slot : slots)
+        if (slot.number != freeNumber)
+            put(slot);
+}
+
+void ScalarTable::put(Slot slot) {
+    std::size_t place = slot.hash & (m_slots.size() - 1);
+    while (m_slots[place].number != freeNumber)
+        place = (place + 1) & (m_slots.size() - 1);
+    m_slots[place] = slot;
+}
+
+} // namespace plenzo::binary
