@@ -96,10 +96,11 @@ std::optional<Alarm> alarmForReminder(const Occurrence& occurrence, const Dictio
     if (reminderType(reminder) == ReminderType::NoAction) {
         return std::nullopt;
     }
-    if (const auto fireDate = instantForKey(reminder, keys::abs)) {
-        return absoluteAlarm(occurrence, reminder, *fireDate);
+    if (!reminder.contains(keys::abs)) {
+        return relativeAlarm(occurrence, reminder);
     }
-    return relativeAlarm(occurrence, reminder);
+    const auto fireDate = instantForKey(reminder, keys::abs);
+    return fireDate ? absoluteAlarm(occurrence, reminder, *fireDate) : std::nullopt;
 }
 
 CalendarDate localMidnightOfUniversalDay(const CalendarDate& date, const TimeZone& systemZone) {

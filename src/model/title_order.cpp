@@ -10,13 +10,24 @@ struct TitleOrder::Collator {
     std::unique_ptr<icu::Collator> collator;
 };
 
-TitleOrder::TitleOrder(const std::string& locale) : m_collator(std::make_unique<Collator>()) {
+namespace {
+
+std::unique_ptr<icu::Collator> collatorFor(const icu::Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
-    m_collator->collator.reset(icu::Collator::createInstance(icu::Locale(locale.c_str()), status));
-    if (U_SUCCESS(status)) {
-        m_collator->collator->setStrength(icu::Collator::SECONDARY);
-    } else {
-        m_collator->collator.reset();
+    std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+    if (U_FAILURE(status)) {
+        return nullptr;
+    }
+    collator->setStrength(icu::Collator::SECONDARY);
+    return collator;
+}
+
+} // namespace
+
+TitleOrder::TitleOrder(const std::string& locale) : m_collator(std::make_unique<Collator>()) {
+    m_collator->collator = collatorFor(icu::Locale(locale.c_str()));
+    if (m_collator->collator == nullptr) {
+        m_collator->collator = collatorFor(icu::Locale::getRoot());
     }
 }
 

@@ -1,0 +1,100 @@
+#include "core/test_agent.h"
+
+#include <gmock/gmock.h>
+
+namespace plenzo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AlarmsThatComeDue : public testing::Test {
+protected:
+    void SetUp() override {
+        test.agent.applicationDidFinishLaunching();
+        test.issueAlarms();
+    }
+    void push(const Array& eventDicts) { test.agent.alarmsUpdated(eventDicts, false); }
+
+    TestAgent test;
+    const Instant start = test.clock.now() + 3600;
+};
+
+TEST_F(AlarmsThatComeDue, AreDeliveredInOrderEachAtItsMoment) {
+    push({event("second", start, {relativeReminder("a", -60)}),
+          event("first", start, {relativeReminder("b", -900), relativeReminder("c", 0)})});
+    test.timers.advanceTo(start - 900.001);
+    EXPECT_THAT(test.deliveredTitles(), IsEmpty());
+    test.timers.advanceTo(start - 900);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("first"));
+    test.timers.advanceTo(start + 5);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("first", "second", "first"));
+    EXPECT_THAT(test.pending(), IsEmpty());
+    EXPECT_EQ(test.timers.pendingCount(), 0U);
+}
+
+TEST_F(AlarmsThatComeDue, AreNotDeliveredAgainByALaterTimer) {
+    push({event("once", start, {relativeReminder("a", 0)}),
+          event("later", start + 10, {relativeReminder("b", 0)})});
+    test.timers.advanceTo(start);
+    test.timers.advanceTo(start + 10);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("once", "later"));
+}
+
+TEST_F(AlarmsThatComeDue, LeaveTheQueueUnseenWhileAlarmsAreOff) {
+    test.agent.prefsUpdated({{Key(preferences::issueAlarms), false}});
+    push({event("unseen", start, {relativeReminder("a", 0)}),
+          event("seen", start + 10, {relativeReminder("b", 0)})});
+    test.timers.advanceTo(start);
+    test.issueAlarms();
+    test.timers.advanceTo(start + 10);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("seen"));
+}
+
+TEST_F(AlarmsThatComeDue, OfOneAbsoluteReminderAreDeliveredOnce) {
+    push({event("monday", start, {absoluteReminder("shared", start)}),
+          event("tuesday", start + 86400, {absoluteReminder("shared", start)}),
+          event("other", start, {absoluteReminder("own", start)}),
+          event("relative", start, {relativeReminder("shared", 0)})});
+    test.timers.advanceTo(start);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("monday", "other", "relative"));
+    EXPECT_THAT(test.pending(), IsEmpty());
+}
+
+TEST_F(AlarmsThatComeDue, AreShownByTheirReminderType) {
+    push({event("display", start, {relativeReminder("0", 0, 0)}),
+          event("sound", start + 1, {relativeReminder("1", 0, 1)}),
+          event("mail", start + 2, {relativeReminder("2", 0, 2)}),
+          event("nothing", start + 3, {relativeReminder("3", 0, 3)}),
+          event("open", start + 4, {relativeReminder("4", 0, 4)}),
+          event("unknown", start + 5, {relativeReminder("9", 0, 9)}),
+          event("near", start + 6, {absoluteReminder("10", start + 6, 10)})});
+    test.timers.advanceTo(start + 10);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("display", "sound", "near"));
+    EXPECT_THAT(test.pending(), IsEmpty());
+}
+
+TEST_F(AlarmsThatComeDue, SayWhereTheEventIsOrElseWhatItIsAbout) {
+    const auto push = [this](const char* uid, const char* location, const char* notes) {
+        Dictionary eventDict = event(uid, start, {relativeReminder("r", 0)});
+        eventDict.set(keys::location, location);
+        eventDict.set(keys::notes, notes);
+        test.agent.alarmsUpdated({eventDict}, true);
+    };
+    push("a", "Room 4", "Bring the plan");
+    push("b", "", "Bring the plan");
+    test.timers.advanceTo(start);
+    ASSERT_EQ(test.notifications.delivered.size(), 2U);
+    EXPECT_EQ(test.notifications.delivered[0].subtitle, "Room 4");
+    EXPECT_EQ(test.notifications.delivered[1].subtitle, "Bring the plan");
+}
+
+TEST_F(AlarmsThatComeDue, DuringAClockStepAreAllDeliveredAtOnce) {
+    push({event("a", start, {relativeReminder("a", 0)}),
+          event("b", start + 86400, {relativeReminder("b", 0)})});
+    test.timers.advanceTo(start + 2 * 86400);
+    EXPECT_THAT(test.deliveredTitles(), ElementsAre("a", "b"));
+}
+
+} // namespace
+} // namespace plenzo

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "core/plenzo_alarm.h"
+#include "core/preference_keys.h"
+#include "propertylist/known_keys.h"
+#include "support/fake_clock.h"
+#include "support/fake_desktop.h"
+#include "support/fake_timers.h"
+#include "support/fake_user_defaults.h"
+#include "support/instants.h"
+
+#include <string>
+#include <vector>
+
+namespace plenzo {
+
+/// The agent over fakes, in Berlin, at noon UTC of 10 March 2026.
+struct TestAgent {
+    Journal journal;
+    FakeClock clock{utc(2026, 3, 10, 12)};
+    FakeTimers timers{clock};
+    FakeRegionalSettings regionalSettings{zone("Europe/Berlin")};
+    FakeStandardFolders folders{journal};
+    FakeUserDefaults defaults;
+    FakeHostLink hostLink{journal};
+    FakeDistributedNotifications distributedNotifications{journal};
+    FakeUserNotificationCenter notifications{journal};
+    PlenzoAlarm agent{{.clock = clock,
+                       .timers = timers,
+                       .regionalSettings = regionalSettings,
+                       .folders = folders,
+                       .defaults = defaults,
+                       .hostLink = hostLink,
+                       .distributedNotifications = distributedNotifications,
+                       .userNotificationCenter = notifications},
+                      {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
+
+    /// Alarms reach the user, by notifications.
+    void issueAlarms() {
+        agent.prefsUpdated(Dictionary{{Key(preferences::issueAlarms), true},
+                                      {Key(preferences::useNotificationCenter), true}});
+    }
+
+    [[nodiscard]] std::vector<std::string> deliveredTitles() const {
+        std::vector<std::string> titles;
+        for (const UserNotification& notification : notifications.delivered) {
+            titles.push_back(notification.title);
+        }
+        return titles;
+    }
+
+    /// "title@seconds from now" for each pending alarm, in queue order.
+    [[nodiscard]] std::vector<std::string> pending() const {
+        std::vector<std::string> texts;
+        for (const Value& value : agent.inspector().pendingAlarms()) {
+            const Dictionary& row = *value.dictionary();
+            const double seconds = Instant(row.dateForKey(keys::fireDate).value()) - clock.now();
+            texts.push_back(std::string(row.stringForKey(keys::title).value_or("")) + "@" +
+                            std::to_string(static_cast<long long>(seconds)));
+        }
+        return texts;
+    }
+};
+
+/// A reminder that many seconds from the start of its event.
+inline Dictionary relativeReminder(const std::string& uid, double seconds, int type = 0) {
+    return {{keys::uid, uid}, {keys::type, type}, {keys::rel, seconds}};
+}
+
+inline Dictionary absoluteReminder(const std::string& uid, Instant date, int type = 0) {
+    return {{keys::uid, uid}, {keys::type, type}, {keys::abs, date.date()}};
+}
+
+/// A timed event whose title is its uid.
+inline Dictionary event(const std::string& uid, Instant start, const Array& reminders) {
+    return {
+        {keys::uid, uid}, {keys::title, uid}, {keys::date, start.date()}, {keys::rem, reminders}};
+}
+
+inline Dictionary deletionNotice(const std::string& uid) {
+    return {{keys::uid, uid}, {keys::del, true}};
+}
+
+} // namespace plenzo

@@ -1,0 +1,79 @@
+#include "linux/regional_settings_of_system.h"
+#include "linux/xdg_folders.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace plenzo {
+namespace {
+
+/// Sets a variable for the length of a test; null removes it.
+class Environment {
+public:
+    Environment(const char* variable, const char* value) : m_variable(variable) {
+        if (const char* old = std::getenv(variable)) {
+            m_old = old;
+        }
+        set(value);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+    ~Environment() { set(m_old ? m_old->c_str() : nullptr); }
+
+private:
+    void set(const char* value) {
+        value != nullptr ? ::setenv(m_variable, value, 1) : ::unsetenv(m_variable);
+    }
+
+    const char* m_variable;
+    std::optional<std::string> m_old;
+};
+
+TEST(TheFoldersOfTheUser, ComeFromTheEnvironmentOrLieBelowHome) {
+    const Environment home("HOME", "/home/ana");
+    const XdgFolders folders;
+    {
+        const Environment data("XDG_DATA_HOME", "/data");
+        const Environment configuration("XDG_CONFIG_HOME", "/settings");
+        EXPECT_EQ(folders.applicationSupport(), "/data");
+        EXPECT_EQ(XdgFolders::configuration(), "/settings");
+    }
+    for (const char* invalid : {static_cast<const char*>(nullptr), "", "relative/path"}) {
+        const Environment data("XDG_DATA_HOME", invalid);
+        const Environment configuration("XDG_CONFIG_HOME", invalid);
+        EXPECT_EQ(folders.applicationSupport(), "/home/ana/.local/share");
+        EXPECT_EQ(XdgFolders::configuration(), "/home/ana/.config");
+    }
+}
+
+TEST(TheZoneOfTheSystem, IsThatOfTZWhenItNamesOne) {
+    const auto zoneName = [](const char* value) {
+        const Environment environment("TZ", value);
+        return RegionalSettingsOfSystem().timeZone().name();
+    };
+    EXPECT_EQ(zoneName("Europe/Berlin"), "Europe/Berlin");
+    EXPECT_EQ(zoneName(":Asia/Tokyo"), "Asia/Tokyo");
+    EXPECT_EQ(zoneName("/usr/share/zoneinfo/Asia/Tokyo"), "Asia/Tokyo");
+}
+
+TEST(TheNameOfAZone, IsWhatFollowsTheDatabaseInAPath) {
+    EXPECT_EQ(zoneNameOfPath("/usr/share/zoneinfo/America/Argentina/Ushuaia"),
+              "America/Argentina/Ushuaia");
+    EXPECT_EQ(zoneNameOfPath("/usr/share/zoneinfo/posix/Europe/Berlin"), "Europe/Berlin");
+    EXPECT_EQ(zoneNameOfPath("/etc/localtime"), "");
+}
+
+TEST(TheLocaleOfTheSystem, HasAnIcuName) {
+    EXPECT_EQ(icuLocaleOfPosixLocale("de_DE.UTF-8@euro"), "de_DE");
+    EXPECT_EQ(icuLocaleOfPosixLocale("sr_RS@latin"), "sr_RS");
+    EXPECT_EQ(icuLocaleOfPosixLocale("pt"), "pt");
+    for (const char* name : {"", "C", "POSIX", "C.UTF-8"}) {
+        EXPECT_EQ(icuLocaleOfPosixLocale(name), "en_US") << name;
+    }
+}
+
+} // namespace
+} // namespace plenzo
