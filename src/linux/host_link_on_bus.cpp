@@ -40,44 +40,47 @@ void HostLinkOnBus::close() {
 }
 
 void HostLinkOnBus::registerOperations() {
-    registerOperation("Version", "s", [this](sdbus::MethodCall& call) {
+    registerOperation("Version", "s", {"version"}, [this](sdbus::MethodCall& call) {
         std::string version;
         call >> version;
         forward([version](PlenzoAlarmProtocol& agent) { agent.version(version); });
     });
-    registerOperation("AlarmsUpdated", "aa{sv}b",
+    registerOperation("AlarmsUpdated", "aa{sv}b", {"eventDicts", "delta"},
                       [this](sdbus::MethodCall& call) { readAlarmsUpdated(call); });
-    registerOperation("AlarmsUpdatedFromFile", "hb",
+    registerOperation("AlarmsUpdatedFromFile", "hb", {"propertyList", "delta"},
                       [this](sdbus::MethodCall& call) { readAlarmsUpdatedFromFile(call); });
-    registerOperation("SourceListUpdated", "aa{sv}", [this](sdbus::MethodCall& call) {
-        if (auto nodes = readDictionaries(call)) {
-            forward([nodes](PlenzoAlarmProtocol& agent) { agent.sourceListUpdated(*nodes); });
-        }
-    });
-    registerOperation("PrefsUpdated", "a{sv}", [this](sdbus::MethodCall& call) {
+    registerOperation(
+        "SourceListUpdated", "aa{sv}", {"sourceNodes"}, [this](sdbus::MethodCall& call) {
+            if (auto nodes = readDictionaries(call)) {
+                forward([nodes](PlenzoAlarmProtocol& agent) { agent.sourceListUpdated(*nodes); });
+            }
+        });
+    registerOperation("PrefsUpdated", "a{sv}", {"preferences"}, [this](sdbus::MethodCall& call) {
         if (auto preferences = readDictionary(call)) {
             forward(
                 [preferences](PlenzoAlarmProtocol& agent) { agent.prefsUpdated(*preferences); });
         }
     });
-    registerOperation("WeatherUpdated", "a{sv}", [this](sdbus::MethodCall& call) {
+    registerOperation("WeatherUpdated", "a{sv}", {"weather"}, [this](sdbus::MethodCall& call) {
         if (auto weather = readDictionary(call)) {
             forward([weather](PlenzoAlarmProtocol& agent) { agent.weatherUpdated(*weather); });
         }
     });
-    registerOperation("PrepareToStop", "", [this](sdbus::MethodCall&) {
+    registerOperation("PrepareToStop", "", {}, [this](sdbus::MethodCall&) {
         forward([](PlenzoAlarmProtocol& agent) { agent.prepareToStop(); });
     });
 }
 
-void HostLinkOnBus::registerOperation(const char* name, const char* signature, Reader reader) {
+void HostLinkOnBus::registerOperation(const char* name, const char* signature,
+                                      const std::vector<std::string>& parameters, Reader reader) {
     sdbus::Flags flags;
     flags.set(sdbus::Flags::METHOD_NO_REPLY);
     const auto handle = [reader = std::move(reader)](sdbus::MethodCall call) {
         reader(call);
         answerIfExpected(call);
     };
-    m_object->registerMethod(agentaddress::protocolInterface, name, signature, "", handle, flags);
+    m_object->registerMethod(agentaddress::protocolInterface, name, signature, parameters, "", {},
+                             handle, flags);
 }
 
 void HostLinkOnBus::readAlarmsUpdated(sdbus::MethodCall& call) {

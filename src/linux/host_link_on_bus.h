@@ -8,6 +8,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace plenzo {
 
@@ -31,7 +33,8 @@ private:
     using Reader = std::function<void(sdbus::MethodCall&)>;
 
     void registerOperations();
-    void registerOperation(const char* name, const char* signature, Reader reader);
+    void registerOperation(const char* name, const char* signature,
+                           const std::vector<std::string>& parameters, Reader reader);
     void readAlarmsUpdated(sdbus::MethodCall& call);
     void readAlarmsUpdatedFromFile(sdbus::MethodCall& call);
     /// Runs the operation on the main loop, if the link is still open then.

@@ -21,7 +21,8 @@ void InspectorOnBus::registerQuestion(const char* name, std::function<Array()> a
     const auto handle = [this, answer = std::move(answer)](sdbus::MethodCall call) {
         ask(std::move(call), answer);
     };
-    m_object->registerMethod(agentaddress::inspectorInterface, name, "", "aa{sv}", handle);
+    m_object->registerMethod(agentaddress::inspectorInterface, name, "", {}, "aa{sv}", {"rows"},
+                             handle);
 }
 
 void InspectorOnBus::ask(sdbus::MethodCall call, const std::function<Array()>& answer) {
