@@ -64,7 +64,9 @@ public:
                : a > b ? std::weak_ordering::greater
                        : std::weak_ordering::equivalent;
     }
-    friend constexpr bool operator==(Instant left, Instant right) { return (left <=> right) == 0; }
+    friend constexpr bool operator==(Instant left, Instant right) {
+        return std::is_eq(left <=> right);
+    }
 
     static constexpr double referenceDateSince1970Seconds = 978307200;
     /// Instants further than this from the reference date are not readable.
