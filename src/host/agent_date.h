@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/calendar_time.h"
+#include "propertylist/value_type.h"
+
+namespace plenzo {
+
+/// Dates as the agent's records carry them.
+
+Date agentDate(SystemSeconds instant);
+
+/// A day as 12:00:00 UTC of that day, a floating time as its wall clock in UTC, a zoned time as its
+/// instant.
+Date agentDate(const CalendarTime& time);
+
+} // namespace plenzo

@@ -1,0 +1,81 @@
+#include "host/file_text.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace plenzo {
+
+namespace {
+
+constexpr off_t largestFileBytes = off_t{256} * 1024 * 1024;
+
+/// A descriptor that is closed with the scope.
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& path)
+        : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        if (m_descriptor >= 0) {
+            close(m_descriptor);
+        }
+    }
+    int descriptor() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
+std::string whyNotReadable(const OpenFile& file, struct stat& status) {
+    if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0) {
+        return std::strerror(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return "is no regular file";
+    }
+    return status.st_size > largestFileBytes ? "is larger than 256 MiB" : "";
+}
+
+std::string readAll(const OpenFile& file, std::string& text) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const ssize_t count = read(file.descriptor(), text.data() + length, text.size() - length);
+        if (count < 0 && errno != EINTR) {
+            return std::strerror(errno);
+        }
+        if (count == 0) {
+            break;
+        }
+        length += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    text.resize(length);
+    return {};
+}
+
+// The mode counts too: to the superuser every file is writable.
+bool isWritable(const std::string& path, const struct stat& status) {
+    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (status.st_mode & anyWriteBit) != 0 && access(path.c_str(), W_OK) == 0;
+}
+
+} // namespace
+
+FileText readFileText(const std::string& path) {
+    FileText result;
+    struct stat status {};
+    const OpenFile file(path);
+    result.error = whyNotReadable(file, status);
+    if (result.error.empty()) {
+        result.text.resize(static_cast<std::size_t>(status.st_size));
+        result.error = readAll(file, result.text);
+        result.isWritable = isWritable(path, status);
+    }
+    return result;
+}
+
+} // namespace plenzo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/agent_push.h"
+#include "host/command_line.h"
+
+#include <set>
+#include <string>
+
+namespace plenzo {
+
+/// The running program: reads the calendars and sends the agent all of them when the program starts
+/// and whenever the agent announces itself.
+class Host {
+public:
+    explicit Host(HostOptions options);
+
+    /// Writes what would be sent to standard output. False when that fails.
+    bool dump();
+
+    /// Serves until a termination signal; the program's exit status.
+    int serve();
+
+private:
+    AgentPush currentPush();
+    SystemSeconds now() const;
+    void report(const std::string& problem);
+
+    HostOptions m_options;
+    std::set<std::string> m_reported; // each problem is named once
+};
+
+} // namespace plenzo
