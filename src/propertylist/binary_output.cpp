@@ -13,17 +13,18 @@ std::size_t fittingSize(std::uint64_t number) {
     return number <= UINT32_MAX ? 4 : 8;
 }
 
-void Output::writeBytes(std::span<const std::byte> bytes) {
+std::byte* Output::extend(std::size_t size) {
     const std::size_t end = m_bytes.size();
-    m_bytes.resize(end + bytes.size());
-    std::copy(bytes.begin(), bytes.end(), m_bytes.begin() + static_cast<std::ptrdiff_t>(end));
+    m_bytes.resize(end + size);
+    return m_bytes.data() + end;
+}
+
+void Output::writeBytes(std::span<const std::byte> bytes) {
+    std::copy(bytes.begin(), bytes.end(), extend(bytes.size()));
 }
 
 void Output::writeInteger(std::uint64_t number, std::size_t byteCount) {
-    std::byte bytes[8];
-    for (std::size_t index = 0; index < sizeof(bytes); ++index)
-        bytes[index] = static_cast<std::byte>(number >> (56 - 8 * index));
-    writeBytes(std::span(bytes).last(byteCount));
+    putInteger(extend(byteCount), number, byteCount);
 }
 
 void Output::writeMarker(Marker marker, std::uint64_t count) {

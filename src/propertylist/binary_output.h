@@ -22,6 +22,8 @@ public:
     void truncate(std::size_t size) { m_bytes.resize(size); }
 
     void writeBytes(std::span<const std::byte> bytes);
+    /// Makes room for the caller to fill, until the next call.
+    std::byte* extend(std::size_t size);
     /// The lowest 1 to 8 bytes.
     void writeInteger(std::uint64_t number, std::size_t byteCount);
     void writeByte(std::uint8_t byte) { m_bytes.push_back(static_cast<std::byte>(byte)); }
@@ -34,6 +36,13 @@ public:
 private:
     std::vector<std::byte> m_bytes;
 };
+
+/// Writes the lowest 1 to 8 bytes to where there is room; gives the place behind them.
+inline std::byte* putInteger(std::byte* place, std::uint64_t number, std::size_t byteCount) {
+    for (std::size_t shift = 8 * byteCount; shift != 0; shift -= 8)
+        *place++ = static_cast<std::byte>(number >> (shift - 8));
+    return place;
+}
 
 /// The smallest of 1, 2, 4 and 8 bytes that the number fits in.
 std::size_t fittingSize(std::uint64_t number);

@@ -7,10 +7,23 @@
 
 namespace plenzo::binary {
 
+namespace {
+
+/// Of a marker and up to 16 bytes. Whoever makes them fall together gains nothing.
+std::uint32_t numberHash(std::span<const std::byte> bytes) {
+    std::uint64_t word = 0;
+    for (std::byte byte : bytes)
+        word = word << 8 | std::to_integer<std::uint64_t>(byte);
+    return static_cast<std::uint32_t>((word * 0x9E3779B97F4A7C15u) >> 32);
+}
+
+} // namespace
+
 ScalarTable::Added ScalarTable::add(const Value& value) {
     const std::size_t offset = m_output.size();
     const std::size_t contentSize = writeScalar(m_output, value);
-    return {unique(offset), stepsOfObject(contentSize)};
+    const bool isShort = value.type() != ValueType::String && value.type() != ValueType::Data;
+    return {isShort ? uniqueAmongRecent(offset) : unique(offset), stepsOfObject(contentSize)};
 }
 
 ScalarTable::Added ScalarTable::addText(std::string_view text) {
@@ -31,10 +44,25 @@ std::uint32_t ScalarTable::unique(std::size_t offset) {
         m_output.truncate(offset);
         return m_slots[place].number;
     }
-    const auto number = static_cast<std::uint32_t>(m_offsets.size());
+    put({hash, keep(offset)});
+    return static_cast<std::uint32_t>(m_offsets.size() - 1);
+}
+
+std::uint32_t ScalarTable::uniqueAmongRecent(std::size_t offset) {
+    const auto bytes = m_output.bytes().subspan(offset);
+    const std::uint32_t hash = numberHash(bytes);
+    Slot& slot = m_recent[hash % m_recent.size()];
+    if (slot.number != freeNumber && slot.hash == hash && isTwin(slot.number, bytes)) {
+        m_output.truncate(offset);
+        return slot.number;
+    }
+    slot = {hash, keep(offset)};
+    return slot.number;
+}
+
+std::uint32_t ScalarTable::keep(std::size_t offset) {
     m_offsets.push_back(offset);
-    put({hash, number});
-    return number;
+    return static_cast<std::uint32_t>(m_offsets.size() - 1);
 }
 
 // An object's first bytes say where it ends, and so those that begin alike are alike.

@@ -3,6 +3,7 @@
 #include "propertylist/binary_output.h"
 #include "propertylist/value.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -11,8 +12,9 @@
 
 namespace plenzo::binary {
 
-/// The objects of a file that hold no others, each written once: what is added lands in the output,
-/// and goes again when the same bytes are there already.
+/// The objects of a file that hold no others: what is added lands in the output, and goes again
+/// when the same bytes are there already. Texts and data are there once; numbers and dates, which
+/// are as short as the search for them is long, are looked for among the recent ones only.
 class ScalarTable {
 public:
     struct Added {
@@ -41,6 +43,8 @@ private:
     /// The number of the object that begins at this offset and ends the output, or that of its
     /// earlier twin in its stead.
     std::uint32_t unique(std::size_t offset);
+    std::uint32_t uniqueAmongRecent(std::size_t offset);
+    std::uint32_t keep(std::size_t offset);
     bool isTwin(std::uint32_t number, std::span<const std::byte> bytes) const;
     void growSlots();
     void put(Slot slot);
@@ -48,6 +52,7 @@ private:
     Output& m_output;
     std::vector<std::uint64_t> m_offsets;
     std::vector<Slot> m_slots;
+    std::array<Slot, 2048> m_recent;
 };
 
 } // namespace plenzo::binary

@@ -59,16 +59,19 @@ void Writer::writeCollections() {
         m_output.writeMarker(collection.kind == CollectionKind::Array ? Marker::Array
                                                                       : Marker::Dictionary,
                              collection.count);
-        for (std::uint32_t reference : m_collections.referencesOf(collection))
-            m_output.writeInteger(objectNumber(reference), m_referenceSize);
+        const auto references = m_collections.referencesOf(collection);
+        std::byte* place = m_output.extend(references.size() * m_referenceSize);
+        for (std::uint32_t reference : references)
+            place = putInteger(place, objectNumber(reference), m_referenceSize);
     }
 }
 
 void Writer::writeOffsets() {
+    std::byte* place = m_output.extend(objectCount() * m_offsetSize);
     for (std::uint64_t offset : m_collectionOffsets)
-        m_output.writeInteger(offset, m_offsetSize);
+        place = putInteger(place, offset, m_offsetSize);
     for (std::uint64_t offset : m_scalars.offsets())
-        m_output.writeInteger(offset, m_offsetSize);
+        place = putInteger(place, offset, m_offsetSize);
 }
 
 void Writer::writeTrailer(std::uint64_t tableOffset) {

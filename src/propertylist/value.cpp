@@ -39,34 +39,6 @@ void Value::releaseBlock() {
         freeBlock(held);
 }
 
-ValueType Value::type() const {
-    switch (m_cell.kind) {
-    case Kind::Nothing:
-        return ValueType::Nothing;
-    case Kind::ShortString:
-    case Kind::LongString:
-        return ValueType::String;
-    case Kind::Integer:
-    case Kind::LargeUnsigned:
-        return ValueType::Integer;
-    case Kind::Real:
-        return ValueType::Real;
-    case Kind::Boolean:
-        return ValueType::Boolean;
-    case Kind::Date:
-        return ValueType::Date;
-    case Kind::Color:
-        return ValueType::Color;
-    case Kind::Data:
-        return ValueType::Data;
-    case Kind::Array:
-        return ValueType::Array;
-    case Kind::Dictionary:
-        return ValueType::Dictionary;
-    }
-    return ValueType::Nothing;
-}
-
 std::string_view Value::text() const {
     if (m_cell.kind == Kind::ShortString)
         return {reinterpret_cast<const char*>(m_cell.payload), m_cell.inlineLength};

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <string>
@@ -54,7 +55,7 @@ public:
     }
     ~Value() { release(); }
 
-    ValueType type() const;
+    ValueType type() const { return typeOfKind[static_cast<std::size_t>(m_cell.kind)]; }
     bool isNothing() const { return m_cell.kind == Kind::Nothing; }
 
     /// Numbers are true unless 0 or NaN, and so are the numbers that strings spell; anything else
@@ -104,6 +105,12 @@ private:
         Array,
         Dictionary
     };
+    static constexpr ValueType typeOfKind[] = {
+        ValueType::Nothing, ValueType::String,  ValueType::Integer, ValueType::Integer,
+        ValueType::Real,    ValueType::Boolean, ValueType::Date,    ValueType::Color,
+        ValueType::String,  ValueType::Data,    ValueType::Array,   ValueType::Dictionary};
+    static_assert(std::size(typeOfKind) == static_cast<std::size_t>(Kind::Dictionary) + 1);
+
     /// The 16 bytes; copying them shares what they point to without counting it.
     struct Cell {
         static constexpr std::size_t inlineCapacity = 14;
