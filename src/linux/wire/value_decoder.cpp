@@ -62,10 +62,10 @@ private:
 };
 
 Step ValueDecoder::read(const char* type, Value& value) {
-    const std::string_view signature(type);
-    if (signature.size() == 1) {
+    if (type[1] == '\0') {
         return readBasic(type[0], value);
     }
+    const std::string_view signature(type);
     if (signature == "(d)") {
         return readDate(value);
     }
