@@ -1,6 +1,7 @@
 #include "core/alarm_queue.h"
 
 #include <algorithm>
+#include <compare>
 #include <iterator>
 
 namespace plenzo {
@@ -12,7 +13,7 @@ void AlarmQueue::append(std::vector<Alarm> alarms) {
 void AlarmQueue::sort() {
     std::stable_sort(m_alarms.begin(), m_alarms.end(),
                      [this](const Alarm& left, const Alarm& right) {
-                         return compareFireDate(left, right, m_titles) < 0;
+                         return std::is_lt(compareFireDate(left, right, m_titles));
                      });
 }
 

@@ -47,7 +47,7 @@ void EventIntake::processEvents(std::vector<EventDict> eventDicts, bool delta,
         m_allEventDicts.clear();
         m_collaborators.queue.clear();
     }
-    addEvents(eventDicts, issueTime);
+    addEvents(std::move(eventDicts), issueTime);
     m_collaborators.queue.sort();
     m_queueChanged();
 }
@@ -70,17 +70,16 @@ void EventIntake::removeDeletedEvents(const std::vector<EventDict>& eventDicts) 
     });
 }
 
-void EventIntake::addEvents(const std::vector<EventDict>& eventDicts,
-                            std::optional<Instant> issueTime) {
+void EventIntake::addEvents(std::vector<EventDict> eventDicts, std::optional<Instant> issueTime) {
     const AlarmContext context{.now = m_collaborators.clock.now(),
                                .systemZone = m_collaborators.regionalSettings.timeZone()};
-    for (const EventDict& eventDict : eventDicts) {
+    for (EventDict& eventDict : eventDicts) {
         if (isDeletionNotice(*eventDict)) {
             continue;
         }
-        m_allEventDicts.push_back(eventDict);
         m_collaborators.queue.append(
             alarmsForEventDict(eventDict, issueTime, ProximityAlarms::Exclude, context));
+        m_allEventDicts.push_back(std::move(eventDict));
     }
 }
 

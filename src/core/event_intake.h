@@ -39,7 +39,7 @@ public:
 
 private:
     void removeDeletedEvents(const std::vector<EventDict>& eventDicts);
-    void addEvents(const std::vector<EventDict>& eventDicts, std::optional<Instant> issueTime);
+    void addEvents(std::vector<EventDict> eventDicts, std::optional<Instant> issueTime);
 
     Collaborators m_collaborators;
     std::function<void()> m_queueChanged;

@@ -50,12 +50,12 @@ void PlenzoAlarm::version(std::string_view version) {
                                                     : "PlenzoAlarm Relaunch");
 }
 
-void PlenzoAlarm::alarmsUpdated(Array eventDicts, bool delta) {
+void PlenzoAlarm::alarmsUpdated(const Array& eventDicts, bool delta) {
     m_eventIntake.processEventDicts(eventDicts, delta, std::nullopt);
 }
 
-void PlenzoAlarm::sourceListUpdated(Array sourceNodes) {
-    m_sourceList.setSourceListFromNodes(std::move(sourceNodes));
+void PlenzoAlarm::sourceListUpdated(const Array& sourceNodes) {
+    m_sourceList.setSourceListFromNodes(sourceNodes);
 }
 
 bool PlenzoAlarm::deliversByNotificationCenter() const {
@@ -63,7 +63,7 @@ bool PlenzoAlarm::deliversByNotificationCenter() const {
            m_platform.defaults.boolForKey(preferences::useNotificationCenter);
 }
 
-void PlenzoAlarm::prefsUpdated(Dictionary preferences) {
+void PlenzoAlarm::prefsUpdated(const Dictionary& preferences) {
     const bool delivered = deliversByNotificationCenter();
     m_platform.defaults.setValues(preferences);
     m_platform.defaults.synchronize();
@@ -72,8 +72,8 @@ void PlenzoAlarm::prefsUpdated(Dictionary preferences) {
     }
 }
 
-void PlenzoAlarm::weatherUpdated(Dictionary weather) {
-    m_weatherDict = std::move(weather);
+void PlenzoAlarm::weatherUpdated(const Dictionary& weather) {
+    m_weatherDict = weather;
 }
 
 void PlenzoAlarm::prepareToStop() {

@@ -54,10 +54,10 @@ public:
     void applicationWillTerminate();
 
     void version(std::string_view version) override;
-    void alarmsUpdated(Array eventDicts, bool delta) override;
-    void sourceListUpdated(Array sourceNodes) override;
-    void prefsUpdated(Dictionary preferences) override;
-    void weatherUpdated(Dictionary weather) override;
+    void alarmsUpdated(const Array& eventDicts, bool delta) override;
+    void sourceListUpdated(const Array& sourceNodes) override;
+    void prefsUpdated(const Dictionary& preferences) override;
+    void weatherUpdated(const Dictionary& weather) override;
     void prepareToStop() override;
 
     [[nodiscard]] const Inspector& inspector() const { return m_inspector; }

@@ -5,7 +5,6 @@
 
 #include <string_view>
 #include <unordered_set>
-#include <utility>
 
 namespace plenzo {
 
@@ -56,7 +55,7 @@ Array withVisibilityAndColor(const Array& nodes, const CalendarUIDs& hidden) {
 
 } // namespace
 
-void SourceList::setSourceListFromNodes(Array nodes) {
+void SourceList::setSourceListFromNodes(const Array& nodes) {
     const Value omitted = m_defaults.valueForKey(preferences::omitCalendars);
     m_sourceListNodes = withVisibilityAndColor(nodes, stringsIn(omitted.array()));
 }

@@ -12,7 +12,7 @@ public:
     explicit SourceList(const UserDefaults& defaults) : m_defaults(defaults) {}
 
     /// Replaces the tree.
-    void setSourceListFromNodes(Array nodes);
+    void setSourceListFromNodes(const Array& nodes);
     [[nodiscard]] const Array& sourceListNodes() const { return m_sourceListNodes; }
 
 private:

@@ -27,13 +27,13 @@ Instant fireInstant(const Alarm& alarm) {
 
 std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
                                    const TitleOrder& titles) {
-    if (const auto order = fireInstant(left) <=> fireInstant(right); order != 0) {
+    if (const auto order = fireInstant(left) <=> fireInstant(right); std::is_neq(order)) {
         return order;
     }
-    if (const auto order = eventType(left) <=> eventType(right); order != 0) {
+    if (const auto order = eventType(left) <=> eventType(right); std::is_neq(order)) {
         return order;
     }
-    if (const auto order = titles.compare(title(left), title(right)); order != 0) {
+    if (const auto order = titles.compare(title(left), title(right)); std::is_neq(order)) {
         return order;
     }
     return left.fireDay <=> right.fireDay;
