@@ -8,6 +8,8 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <QChar>
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -53,14 +55,14 @@ std::string actionText(const Dictionary& row) {
 
 /// In one line, so that a title can neither break the table nor steer the terminal.
 std::string lineText(const Dictionary& row, const Key& key) {
-    std::string text(row.stringForKey(key).value_or("-"));
+    const auto text = row.stringForKey(key).value_or("-");
+    auto characters =
+        QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toStdU32String();
     std::replace_if(
-        text.begin(), text.end(),
-        [](char character) {
-            return static_cast<unsigned char>(character) < ' ' || character == '\x7f';
-        },
-        ' ');
-    return text;
+        characters.begin(), characters.end(),
+        [](char32_t character) { return QChar::isSpace(character) || !QChar::isPrint(character); },
+        U' ');
+    return QString::fromStdU32String(characters).toStdString();
 }
 
 /// How many columns the text takes on a terminal, counted as one for each code point.
@@ -128,8 +130,8 @@ int listPendingAlarms() {
             return fail("the agent gave no readable answer");
         }
         const auto table = pendingAlarmsTable(*rows, RegionalSettingsOfSystem().timeZone());
-        std::fputs(table.c_str(), stdout);
-        return 0;
+        const bool isWritten = std::fputs(table.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+        return isWritten ? 0 : fail("the table could not be written");
     } catch (const sdbus::Error& error) {
         return fail(error.getMessage());
     }

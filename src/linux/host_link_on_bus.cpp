@@ -21,6 +21,17 @@ void answerIfExpected(const sdbus::MethodCall& call) {
     }
 }
 
+/// Empty when it cannot be read: the bus lets noncharacters through, the bus library does not.
+std::string readText(sdbus::MethodCall& call) {
+    std::string text;
+    try {
+        call >> text;
+    } catch (const sdbus::Error&) {
+        return {};
+    }
+    return text;
+}
+
 } // namespace
 
 HostLinkOnBus::HostLinkOnBus(MainLoop& loop, BusThread& busThread)
@@ -41,8 +52,7 @@ void HostLinkOnBus::close() {
 
 void HostLinkOnBus::registerOperations() {
     registerOperation("Version", "s", {"version"}, [this](sdbus::MethodCall& call) {
-        std::string version;
-        call >> version;
+        const std::string version = readText(call);
         forward([version](PlenzoAlarmProtocol& agent) { agent.version(version); });
     });
     registerOperation("AlarmsUpdated", "aa{sv}b", {"eventDicts", "delta"},
