@@ -1,5 +1,7 @@
 #include "dates/number_text.h"
 
+#include "dates/unicode_locale.h"
+
 #include <unicode/numfmt.h>
 
 #include <memory>
@@ -9,7 +11,7 @@ namespace plenzo {
 std::string stringFromInteger(std::int64_t number, const std::string& locale) {
     UErrorCode error = U_ZERO_ERROR;
     const std::unique_ptr<icu::NumberFormat> format(
-        icu::NumberFormat::createInstance(icu::Locale::createCanonical(locale.c_str()), error));
+        icu::NumberFormat::createInstance(unicodeLocale(locale), error));
     if (U_FAILURE(error) || format == nullptr) {
         return std::to_string(number);
     }
