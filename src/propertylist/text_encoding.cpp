@@ -110,23 +110,30 @@ std::u16string utf16FromUtf8(std::string_view text) {
     return result;
 }
 
-std::string utf8FromUtf16BigEndian(std::span<const std::byte> bytes) {
-    const std::size_t count = bytes.size() / 2;
-    auto unitAt = [&](std::size_t number) -> char32_t {
-        return std::to_integer<char32_t>(bytes[2 * number]) << 8 |
-               std::to_integer<char32_t>(bytes[2 * number + 1]);
-    };
+std::string utf8FromUtf16(std::u16string_view text) {
     std::string result;
-    result.reserve(bytes.size());
-    for (std::size_t number = 0; number < count; ++number) {
-        char32_t character = unitAt(number);
-        if (isHighSurrogate(character) && number + 1 < count && isLowSurrogate(unitAt(number + 1)))
-            character = 0x10000 + ((character - 0xD800) << 10) + (unitAt(++number) - 0xDC00);
-        else if (isHighSurrogate(character) || isLowSurrogate(character))
+    result.reserve(text.size() * 2);
+    for (std::size_t number = 0; number < text.size(); ++number) {
+        char32_t character = text[number];
+        const char32_t next = number + 1 < text.size() ? text[number + 1] : 0;
+        if (isHighSurrogate(character) && isLowSurrogate(next)) {
+            character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
+            ++number;
+        } else if (isHighSurrogate(character) || isLowSurrogate(character)) {
             character = replacement;
+        }
         appendUtf8(result, character);
     }
     return result;
+}
+
+std::string utf8FromUtf16BigEndian(std::span<const std::byte> bytes) {
+    std::u16string text(bytes.size() / 2, u' ');
+    for (std::size_t number = 0; number < text.size(); ++number) {
+        text[number] = static_cast<char16_t>(std::to_integer<unsigned>(bytes[2 * number]) << 8 |
+                                             std::to_integer<unsigned>(bytes[2 * number + 1]));
+    }
+    return utf8FromUtf16(text);
 }
 
 } // namespace plenzo

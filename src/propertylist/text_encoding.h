@@ -13,7 +13,10 @@ bool isAscii(std::string_view text);
 /// (Unicode 15, section 3.9).
 std::u16string utf16FromUtf8(std::string_view text);
 
-/// A surrogate without its partner becomes U+FFFD; an odd byte at the end is ignored.
+/// A surrogate without its partner becomes U+FFFD.
+std::string utf8FromUtf16(std::u16string_view text);
+
+/// Likewise; an odd byte at the end is ignored.
 std::string utf8FromUtf16BigEndian(std::span<const std::byte> bytes);
 
 } // namespace plenzo
