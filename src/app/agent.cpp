@@ -11,6 +11,7 @@
 #include "linux/freedesktop_notifications.h"
 #include "linux/host_link_on_bus.h"
 #include "linux/inspector_on_bus.h"
+#include "linux/main_string_table.h"
 #include "linux/regional_settings_of_system.h"
 #include "linux/system_clock.h"
 #include "linux/termination_signals.h"
@@ -88,6 +89,7 @@ private:
         return {.clock = m_clock,
                 .timers = m_timers,
                 .regionalSettings = m_regionalSettings,
+                .strings = m_strings,
                 .folders = m_folders,
                 .defaults = m_defaults,
                 .hostLink = m_hostLink,
@@ -99,6 +101,7 @@ private:
     SystemClock m_clock;
     AbsoluteTimers m_timers;
     RegionalSettingsOfSystem m_regionalSettings;
+    MainStringTable m_strings{resourceFolder(), languagesOfUser()};
     XdgFolders m_folders;
     FileUserDefaults m_defaults;
     BusOnMainLoop m_desktopBus;

@@ -15,7 +15,7 @@ void NotificationDelivery::addUserNotificationForAlarm(const Alarm& alarm) {
     const std::string location = text(eventDict, keys::location);
     m_center.deliver({.title = text(eventDict, keys::title),
                       .subtitle = location.empty() ? text(eventDict, keys::notes) : location,
-                      .informativeText = {}});
+                      .informativeText = m_dateText.dateStringForAlarm(alarm).text});
 }
 
 void NotificationDelivery::purgeAllUserNotifications() {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/alarm_date_text.h"
 #include "model/alarm.h"
-#include "platform/regional_settings.h"
 #include "platform/user_notification_center.h"
 
 namespace plenzo {
@@ -9,8 +9,8 @@ namespace plenzo {
 /// Shows alarms as notifications of the desktop.
 class NotificationDelivery {
 public:
-    NotificationDelivery(UserNotificationCenter& center, const RegionalSettings& regionalSettings)
-        : m_center(center), m_regionalSettings(regionalSettings) {}
+    NotificationDelivery(UserNotificationCenter& center, const AlarmDateText& dateText)
+        : m_center(center), m_dateText(dateText) {}
 
     /// Title, location (or else the notes) and date of the alarm's occurrence.
     void addUserNotificationForAlarm(const Alarm& alarm);
@@ -19,7 +19,7 @@ public:
 
 private:
     UserNotificationCenter& m_center;
-    const RegionalSettings& m_regionalSettings;
+    const AlarmDateText& m_dateText;
 };
 
 } // namespace plenzo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/alarm_date_text.h"
 #include "core/alarm_firing.h"
 #include "core/alarm_queue.h"
 #include "core/event_intake.h"
@@ -10,6 +11,7 @@
 #include "platform/clock.h"
 #include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
+#include "platform/localized_strings.h"
 #include "platform/regional_settings.h"
 #include "platform/standard_folders.h"
 #include "platform/timers.h"
@@ -26,6 +28,7 @@ struct Platform {
     const Clock& clock;
     Timers& timers;
     const RegionalSettings& regionalSettings;
+    const LocalizedStrings& strings;
     StandardFolders& folders;
     UserDefaults& defaults;
     HostLink& hostLink;
@@ -80,6 +83,7 @@ private:
 
     TitleOrder m_titleOrder;
     AlarmQueue m_alarmQueue;
+    AlarmDateText m_alarmDateText;
     NotificationDelivery m_notificationDelivery;
     AlarmFiring m_alarmFiring;
     EventIntake m_eventIntake;

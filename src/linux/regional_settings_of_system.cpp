@@ -1,19 +1,13 @@
 #include "linux/regional_settings_of_system.h"
 
-#include <array>
-#include <cstdlib>
+#include "linux/environment.h"
+
 #include <filesystem>
 #include <system_error>
 
 namespace plenzo {
 
 namespace {
-
-/// The variable's value; empty when it is not set.
-std::string environment(const char* variable) {
-    const char* value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe)
-    return value != nullptr ? value : std::string();
-}
 
 std::string zoneNameOfEnvironment() {
     std::string name = environment("TZ");
@@ -39,19 +33,11 @@ TimeZone systemTimeZone() {
     return TimeZone::universal();
 }
 
-std::string posixLocale() {
-    for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        if (auto value = environment(variable); !value.empty()) {
-            return value;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 RegionalSettingsOfSystem::RegionalSettingsOfSystem()
-    : m_timeZone(systemTimeZone()), m_locale(icuLocaleOfPosixLocale(posixLocale())) {}
+    : m_timeZone(systemTimeZone()),
+      m_locale(icuLocaleOfPosixLocale(firstSetInEnvironment({"LC_ALL", "LC_TIME", "LANG"}))) {}
 
 std::string zoneNameOfPath(const std::string& path) {
     static const std::string database = "/zoneinfo/";

@@ -1,13 +1,14 @@
 #include "linux/xdg_folders.h"
 
+#include "linux/environment.h"
 #include "linux/whole_file.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace plenzo {
 
@@ -15,11 +16,8 @@ namespace {
 
 /// An absolute path in the environment, or nothing.
 std::optional<std::string> folderFromEnvironment(const char* variable) {
-    const char* path = std::getenv(variable); // NOLINT(concurrency-mt-unsafe)
-    if (path == nullptr || *path != '/') {
-        return std::nullopt;
-    }
-    return path;
+    std::string path = environment(variable);
+    return path.starts_with('/') ? std::optional(std::move(path)) : std::nullopt;
 }
 
 std::optional<std::string> home() {

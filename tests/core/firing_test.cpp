@@ -89,6 +89,22 @@ TEST_F(AlarmsThatComeDue, SayWhereTheEventIsOrElseWhatItIsAbout) {
     EXPECT_EQ(test.notifications.delivered[1].subtitle, "Bring the plan");
 }
 
+TEST_F(AlarmsThatComeDue, SayWhenTheEventIsFromTheDayOfTheAlarm) {
+    const Instant evening = instantIn(zone("Europe/Berlin"), 2026, 3, 10, 23, 30);
+    const auto textOf = [this, evening](double secondsAhead, bool allDay) {
+        Dictionary eventDict = event("e", evening + secondsAhead, {absoluteReminder("r", evening)});
+        eventDict.set(keys::allDay, allDay);
+        test.agent.alarmsUpdated({eventDict}, false);
+        test.clock.set(evening - 10);
+        test.timers.advanceTo(evening);
+        return test.notifications.delivered.back().informativeText;
+    };
+    EXPECT_EQ(textOf(600, false), "Today at 11:40 PM");
+    EXPECT_EQ(textOf(3600, false), "Tomorrow at 12:30 AM");
+    EXPECT_EQ(textOf(2 * 86400, false), "3/12/26, 11:30 PM");
+    EXPECT_EQ(textOf(13.5 * 3600, true), "Tomorrow") << "an all-day date is its day in UTC";
+}
+
 TEST_F(AlarmsThatComeDue, DuringAClockStepAreAllDeliveredAtOnce) {
     push({event("a", start, {relativeReminder("a", 0)}),
           event("b", start + 86400, {relativeReminder("b", 0)})});

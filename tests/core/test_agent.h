@@ -20,6 +20,7 @@ struct TestAgent {
     FakeClock clock{utc(2026, 3, 10, 12)};
     FakeTimers timers{clock};
     FakeRegionalSettings regionalSettings{zone("Europe/Berlin")};
+    FakeLocalizedStrings strings;
     FakeStandardFolders folders{journal};
     FakeUserDefaults defaults;
     FakeHostLink hostLink{journal};
@@ -28,6 +29,7 @@ struct TestAgent {
     PlenzoAlarm agent{{.clock = clock,
                        .timers = timers,
                        .regionalSettings = regionalSettings,
+                       .strings = strings,
                        .folders = folders,
                        .defaults = defaults,
                        .hostLink = hostLink,

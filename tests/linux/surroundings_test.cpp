@@ -1,3 +1,4 @@
+#include "linux/main_string_table.h"
 #include "linux/regional_settings_of_system.h"
 #include "linux/xdg_folders.h"
 
@@ -6,6 +7,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace plenzo {
 namespace {
@@ -73,6 +75,27 @@ TEST(TheLocaleOfTheSystem, HasAnIcuName) {
     for (const char* name : {"", "C", "POSIX", "C.UTF-8"}) {
         EXPECT_EQ(icuLocaleOfPosixLocale(name), "en_US") << name;
     }
+}
+
+TEST(TheLanguagesOfTheUser, AreThoseOfTheListOrTheLocaleAndEnglishAtLast) {
+    using Languages = std::vector<std::string>;
+    const auto languages = [](const char* list, const char* locale) {
+        const Environment all("LC_ALL", locale);
+        const Environment language("LANGUAGE", list);
+        return languagesOfUser();
+    };
+    EXPECT_EQ(languages("de_AT:fr", "en_US.UTF-8"), (Languages{"de_AT", "de", "fr", "en"}));
+    EXPECT_EQ(languages("", "pt_BR.UTF-8"), (Languages{"pt_BR", "pt", "en"}));
+    EXPECT_EQ(languages("de", "C.UTF-8"), (Languages{"en"}));
+    EXPECT_EQ(languages("../../etc:nl", "en_US"), (Languages{"nl", "en"}));
+}
+
+TEST(TheMainStringTable, IsThatOfTheFirstLanguageThereIs) {
+    const std::string resources = PLENZO_RESOURCES;
+    EXPECT_EQ(MainStringTable(resources, {"xx", "de", "en"}).string("Tomorrow"), "Morgen");
+    EXPECT_EQ(MainStringTable(resources, {"en"}).string("%1$@ at %2$@"), "%1$@ at %2$@");
+    EXPECT_EQ(MainStringTable(resources, {"de"}).string("no such key"), "");
+    EXPECT_EQ(MainStringTable("/nowhere", {"de"}).string("Tomorrow"), "");
 }
 
 } // namespace

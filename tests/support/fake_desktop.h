@@ -2,6 +2,7 @@
 
 #include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
+#include "platform/localized_strings.h"
 #include "platform/regional_settings.h"
 #include "platform/standard_folders.h"
 #include "platform/user_notification_center.h"
@@ -76,6 +77,14 @@ public:
 
 private:
     Journal& m_journal;
+};
+
+/// Texts that are their keys.
+class FakeLocalizedStrings final : public LocalizedStrings {
+public:
+    [[nodiscard]] std::string string(std::string_view key) const override {
+        return std::string(key);
+    }
 };
 
 class FakeRegionalSettings final : public RegionalSettings {
