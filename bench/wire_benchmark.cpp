@@ -36,10 +36,11 @@ public:
 private:
     void send(const Array& records) {
         auto object = sdbus::createObject(*m_receiver, objectPath);
-        object->registerMethod(interfaceName, "Take", "aa{sv}", "", [this](sdbus::MethodCall call) {
-            m_call = call;
-            call.createReply().send();
-        });
+        object->registerMethod(interfaceName, "Take", "aa{sv}", "",
+                               [this](const sdbus::MethodCall& call) {
+                                   m_call = call;
+                                   call.createReply().send();
+                               });
         object->finishRegistration();
         m_receiver->enterEventLoopAsync();
         auto sender = sdbus::createSessionBusConnectionWithAddress(m_bus.address());
@@ -132,7 +133,7 @@ private:
 };
 
 void walkMessage(benchmark::State& state, sdbus::MethodCall& call) {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         call.rewind(true);
         if (Walk(libraryMessage(call)).array("a{sv}") <= 0) {
             state.SkipWithError("the walk broke off");
@@ -144,7 +145,7 @@ void walkMessage(benchmark::State& state, sdbus::MethodCall& call) {
 /// Times `read` and checks that it gives the records; freeing them is not counted.
 template <typename Read>
 void readRecords(benchmark::State& state, const Array& records, Read read) {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         auto found = read();
         state.PauseTiming();
         if (!found || found->size() != records.size() || (*found)[7] != records[7]) {

@@ -85,22 +85,31 @@ TEST(ASealedMemoryFile, IsNoPipeSocketFolderDeviceOrFileOnDisk) {
     }
 }
 
-TEST(ASealedMemoryFile, GivesNothingForOtherBytesAndForHoles) {
+TEST(ASealedMemoryFile, GivesNothingForNoBytesAndForOtherBytes) {
+    const FileDescriptor empty(::memfd_create("test", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    ASSERT_EQ(::fcntl(empty.get(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_WRITE), 0);
+    EXPECT_FALSE(readSealedMemoryFile(empty.get()));
+
     const auto nonsense = sealedMemoryFile(std::as_bytes(std::span("bplist00 and then nonsense")));
     ASSERT_TRUE(nonsense);
     EXPECT_FALSE(readSealedMemoryFile(nonsense->get()));
+}
 
-    const auto sealedOfSize = [](off_t holeSize) {
-        FileDescriptor file(::memfd_create("test", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-        EXPECT_EQ(::lseek(file.get(), holeSize, SEEK_SET), holeSize);
-        if (holeSize != 0) {
-            fill(file.get());
-        }
-        EXPECT_EQ(::fcntl(file.get(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_WRITE), 0);
-        return file;
-    };
-    EXPECT_FALSE(readSealedMemoryFile(sealedOfSize(0).get()));
-    EXPECT_FALSE(readSealedMemoryFile(sealedOfSize(off_t{1} << 40).get()));
+TEST(ASealedMemoryFile, GivesNothingForHolesInPlaceOfBytes) {
+    const std::vector<std::byte> zeros(1 << 20);
+    const auto bytes = writeBinaryPropertyList(Value::fromData(zeros));
+    constexpr std::size_t edge = 64;
+    FileDescriptor file(::memfd_create("test", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    ASSERT_EQ(::pwrite(file.get(), bytes.data(), edge, 0), edge);
+    ASSERT_EQ(::pwrite(file.get(), bytes.data() + bytes.size() - edge, edge,
+                       static_cast<off_t>(bytes.size() - edge)),
+              edge);
+    ASSERT_EQ(::fcntl(file.get(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_WRITE), 0);
+    EXPECT_FALSE(readSealedMemoryFile(file.get()));
+
+    const auto whole = sealedMemoryFile(bytes);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(readSealedMemoryFile(whole->get()), Value::fromData(zeros));
 }
 
 } // namespace

@@ -39,7 +39,7 @@ std::filesystem::path temporaryFolder() {
 
 std::string writeConfiguration(const std::filesystem::path& folder,
                                const std::filesystem::path& serviceFolder) {
-    const std::string path = folder / "bus.conf";
+    std::string path = folder / "bus.conf";
     std::ofstream file(path);
     file << configurationHead << "  <listen>unix:path=" << (folder / "bus").string()
          << "</listen>\n";
