@@ -51,7 +51,7 @@ std::string RelativeDateFormatter::stringFromDate(Instant date) const {
     if (!m_useRelativeDates || dateStyle() == FormatStyle::None) {
         return DateFormatter::stringFromDate(date);
     }
-    const std::string word = relativeWord(date);
+    std::string word = relativeWord(date);
     if (word.empty()) {
         return DateFormatter::stringFromDate(date);
     }
