@@ -13,6 +13,8 @@ namespace plenzo {
 class Array {
 public:
     Array() = default;
+    /// With an array as the only value say `Array{Value(other)}`: compilers disagree on whether
+    /// `Array{other}` holds the other one or is a copy of it.
     Array(std::initializer_list<Value> values);
     Array(const Array& other) : m_block(other.m_block) {
         if (m_block != nullptr)

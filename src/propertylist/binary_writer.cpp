@@ -36,7 +36,8 @@ std::vector<std::byte> Writer::write(const Value& value) {
     m_output.writeBytes(std::as_bytes(std::span(magic)));
     if (!m_collections.takeUp(value))
         return {};
-    m_referenceSize = fittingSize(objectCount() - 1);
+    // Some readers want the sizes to hold the count and the table's own offset.
+    m_referenceSize = fittingSize(objectCount());
     writeCollections();
     const std::uint64_t tableOffset = m_output.size();
     m_offsetSize = fittingSize(tableOffset);

@@ -1,0 +1,133 @@
+#include "propertylist/binary_property_list.h"
+#include "propertylist/dictionary.h"
+#include "propertylist/known_keys.h"
+#include "propertylist/property_list_file.h"
+#include "propertylist/random_values.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+namespace plenzo {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(AWrittenPropertyList, IsTheFormatByteForByte) {
+    const std::string expected = "bplist00"
+                                 "\x52Hi"
+                                 "\x55title"
+                                 "\xD1\x02\x01" // object 0: of the text objects 1 and 2, the key
+                                 "\x11\x08\x0B" // where the objects begin
+                                 "\0\0\0\0\0\0\x01\x01"
+                                 "\0\0\0\0\0\0\0\x03"
+                                 "\0\0\0\0\0\0\0\0"
+                                 "\0\0\0\0\0\0\0\x14"s;
+    EXPECT_EQ(writeFile(Dictionary{{"title", "Hi"}}), expected);
+}
+
+TEST(AWrittenPropertyList, HasEachNumberInItsSmallestForm) {
+    const std::pair<Value, std::string> rows[] = {
+        {0, "\x10\0"s},
+        {255, "\x10\xFF"s},
+        {256, "\x11\x01\0"s},
+        {65536, "\x12\0\x01\0\0"s},
+        {std::int64_t{1} << 32, object(0x13, bigEndian(std::uint64_t{1} << 32, 8))},
+        {-1, object(0x13, bigEndian(UINT64_MAX, 8))},
+        {INT64_MIN, object(0x13, bigEndian(std::uint64_t{1} << 63, 8))},
+        {UINT64_MAX, object(0x14, bigEndian(UINT64_MAX, 16))},
+        {true, "\x09"s},
+        {Date{-0.5}, "\x33\xBF\xE0\0\0\0\0\0\0"s},
+        {std::string(15, 'x'), object(0x5F, "\x10\x0F").append(15, 'x')},
+        {std::string(256, 'x'), object(0x5F, "\x11\x01\0"s).append(256, 'x')},
+        {"\xFF"
+         "a",
+         "\x62\xFF\xFD\0a"s},
+    };
+    for (const auto& [value, bytes] : rows) {
+        const std::size_t offsetSize = bytes.size() < 248 ? 1 : 2;
+        EXPECT_EQ(writeFile(value), (PropertyListFile{{bytes}, offsetSize}).bytes());
+    }
+}
+
+TEST(AWrittenPropertyList, HasEqualTextsAndSharedCollectionsOnce) {
+    const Value shared = Dictionary{{"title", "a string that is longer than a cell"}};
+    Array array;
+    for (int count = 0; count < 100; ++count) {
+        array.append(shared);
+        array.append("a string that is longer than a cell");
+        array.append("title");
+        array.append(count % 2);
+    }
+    const std::string written = writeFile(array);
+    EXPECT_LT(written.size(), 600u);
+    const auto value = readFile(written);
+    EXPECT_EQ(value, Value(array));
+    EXPECT_EQ((*value->array())[0].dictionary()->begin(),
+              (*value->array())[4].dictionary()->begin());
+}
+
+TEST(AWrittenPropertyList, ReadsBackAtEverySizeOfReferencesAndOffsets) {
+    for (int count : {254, 255, 256, 257, 65534, 65535, 65536, 65537}) {
+        Array array;
+        for (int number = 0; number < count; ++number)
+            array.append(std::to_string(number));
+        const auto value = readFile(writeFile(array));
+        ASSERT_TRUE(value);
+        EXPECT_TRUE(*value == Value(array)) << count;
+    }
+    for (std::size_t length : {200u, 240u, 65'480u, 65'520u}) {
+        const std::string text(length, 'x');
+        EXPECT_EQ(readFile(writeFile(text))->string(), text);
+    }
+}
+
+TEST(AWrittenPropertyList, LeavesOutWhatTheFormatLacks) {
+    const Value value = Dictionary{{keys::color, Color{1, 2, 3, 4}},
+                                   {keys::title, "Dinner"},
+                                   {keys::rem, Array{Value(), 1, Color{}, Array{Value()}}}};
+    const Value expected = Dictionary{{keys::title, "Dinner"}, {keys::rem, Array{1, Array{}}}};
+    EXPECT_EQ(readFile(writeFile(value)), expected);
+    EXPECT_TRUE(writeFile(Value()).empty());
+    EXPECT_TRUE(writeFile(Color{}).empty());
+}
+
+Value nest(int depth) {
+    Value value = "core";
+    for (int level = 0; level < depth; ++level)
+        value = Array{value};
+    return value;
+}
+
+TEST(AWrittenPropertyList, NestsNoDeeperThanItsReaderGoes) {
+    EXPECT_EQ(readFile(writeFile(nest(512))), nest(512));
+    EXPECT_TRUE(writeFile(nest(513)).empty());
+    EXPECT_TRUE(writeFile(nest(1'000'000)).empty());
+
+    // A shared part counts from where it lies deepest.
+    const Value part = nest(300);
+    Value deep = part;
+    for (int level = 0; level < 211; ++level)
+        deep = Array{deep};
+    EXPECT_FALSE(writeFile(Array{part, deep}).empty());
+    EXPECT_TRUE(writeFile(Array{Value(Array{part, deep})}).empty());
+    EXPECT_TRUE(writeFile(Array{Value(Array{deep, part})}).empty());
+}
+
+TEST(AWrittenPropertyList, UnfoldsNoFurtherThanItsReaderGoes) {
+    Value value = "core";
+    for (int level = 0; level < 100; ++level)
+        value = Array{value, value};
+    EXPECT_TRUE(writeFile(value).empty());
+}
+
+TEST(AWrittenPropertyList, ReadsBackAsWhatItWasWrittenFrom) {
+    RandomValues random(31);
+    for (int round = 0; round < 3'000; ++round) {
+        const Value value = random.collection();
+        ASSERT_EQ(readFile(writeFile(value)), value);
+    }
+}
+
+} // namespace
+} // namespace plenzo
