@@ -12,8 +12,9 @@ namespace {
 /// The reminder's "uid" when it names an absolute moment, which several occurrences of a repeating
 /// event then share.
 std::optional<std::string_view> sharedReminderUID(const Alarm& alarm) {
-    return alarm.reminderDict.contains(keys::abs) ? alarm.reminderDict.stringForKey(keys::uid)
-                                                  : std::nullopt;
+    return alarm.reminderDict && alarm.reminderDict->contains(keys::abs)
+               ? alarm.reminderDict->stringForKey(keys::uid)
+               : std::nullopt;
 }
 
 } // namespace
@@ -53,7 +54,7 @@ void AlarmFiring::issue(const std::vector<Alarm>& dueAlarms) {
 }
 
 void AlarmFiring::present(const Alarm& alarm) {
-    switch (reminderType(alarm.reminderDict)) {
+    switch (alarm.reminderType()) {
     case ReminderType::Display:
     case ReminderType::Sound:
     case ReminderType::Proximity:

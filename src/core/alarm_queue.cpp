@@ -1,5 +1,7 @@
 #include "core/alarm_queue.h"
 
+#include "model/alarm_order.h"
+
 #include <algorithm>
 #include <compare>
 #include <iterator>

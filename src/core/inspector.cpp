@@ -20,8 +20,10 @@ Dictionary row(const Alarm& alarm) {
     copyValue(*alarm.eventDict, keys::uid, row, keys::uid);
     copyValue(*alarm.eventDict, keys::title, row, keys::title);
     copyValue(*alarm.eventDict, keys::type, row, keys::type);
-    copyValue(alarm.reminderDict, keys::uid, row, keys::reminderUid);
-    copyValue(alarm.reminderDict, keys::type, row, keys::reminderType);
+    if (alarm.reminderDict) {
+        copyValue(*alarm.reminderDict, keys::uid, row, keys::reminderUid);
+        copyValue(*alarm.reminderDict, keys::type, row, keys::reminderType);
+    }
     return row;
 }
 

@@ -1,42 +1,44 @@
 #include "model/alarm.h"
 
-#include "model/title_order.h"
-
-#include <limits>
+#include <memory>
+#include <utility>
 
 namespace plenzo {
 
-namespace {
-
-std::string_view title(const Alarm& alarm) {
-    return alarm.eventDict->stringForKey(keys::title).value_or(std::string_view());
+Alarm alarmHeaderFromString(std::string headerString) {
+    Alarm alarm;
+    alarm.headerString = std::move(headerString);
+    return alarm;
 }
 
-std::int64_t eventType(const Alarm& alarm) {
-    return alarm.eventDict->integerForKey(keys::type);
+Dictionary dictionaryRepresentation(const Alarm& alarm) {
+    Dictionary dictionary;
+    if (!alarm.fireDate) {
+        return dictionary;
+    }
+    dictionary.set(keys::fireDate, alarm.fireDate->instant().date());
+    if (!alarm.eventDict) {
+        return dictionary;
+    }
+    dictionary.set(keys::eventDict, *alarm.eventDict);
+    if (alarm.reminderDict) {
+        dictionary.set(keys::reminderDict, *alarm.reminderDict);
+    }
+    return dictionary;
 }
 
-/// NaN is before every other instant.
-constexpr Instant beforeAll(std::numeric_limits<double>::quiet_NaN());
-
-Instant fireInstant(const Alarm& alarm) {
-    return alarm.fireDate ? alarm.fireDate->instant() : beforeAll;
-}
-
-} // namespace
-
-std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
-                                   const TitleOrder& titles) {
-    if (const auto order = fireInstant(left) <=> fireInstant(right); std::is_neq(order)) {
-        return order;
+Alarm alarmFromDictionaryRepresentation(const Dictionary& dictionary, const TimeZone& timeZone) {
+    Alarm alarm;
+    if (const auto date = dictionary.dateForKey(keys::fireDate)) {
+        alarm.fireDate = CalendarDate::calendarDateWithDate(Instant(*date), timeZone);
     }
-    if (const auto order = eventType(left) <=> eventType(right); std::is_neq(order)) {
-        return order;
+    if (const Dictionary* eventDict = dictionary.dictionaryForKey(keys::eventDict)) {
+        alarm.eventDict = std::make_shared<Dictionary>(*eventDict);
     }
-    if (const auto order = titles.compare(title(left), title(right)); std::is_neq(order)) {
-        return order;
+    if (const Dictionary* reminderDict = dictionary.dictionaryForKey(keys::reminderDict)) {
+        alarm.reminderDict = *reminderDict;
     }
-    return left.fireDay <=> right.fireDay;
+    return alarm;
 }
 
 } // namespace plenzo

@@ -62,32 +62,36 @@ bool isDue(const Occurrence& occurrence, const Dictionary& reminder, Instant fir
     return occurrence.issueTime || leadTimeSeconds <= alarmHorizonSeconds;
 }
 
-std::optional<Alarm> absoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder,
-                                   Instant fireDate) {
-    if (!isDue(occurrence, reminder, fireDate)) {
+Alarm alarmOf(const Occurrence& occurrence, const Dictionary& reminder) {
+    Alarm alarm;
+    alarm.eventDict = occurrence.eventDict;
+    alarm.reminderDict = reminder;
+    return alarm;
+}
+
+std::optional<Alarm> absoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder) {
+    const auto fireDate = instantForKey(reminder, keys::abs);
+    if (!fireDate || !isDue(occurrence, reminder, *fireDate)) {
         return std::nullopt;
     }
-    return Alarm{.fireDate = CalendarDate(fireDate, occurrence.context.systemZone),
-                 .eventDict = occurrence.eventDict,
-                 .reminderDict = reminder,
-                 .fireDay = daysFromToday(occurrence)};
+    Alarm alarm = alarmOf(occurrence, reminder);
+    alarm.fireDate = CalendarDate(*fireDate, occurrence.context.systemZone);
+    alarm.fireDay = daysFromToday(occurrence);
+    return alarm;
 }
 
 std::optional<Alarm> relativeAlarm(const Occurrence& occurrence, const Dictionary& reminder) {
     if (!relativeAlarmApplies(occurrence, reminderType(reminder))) {
         return std::nullopt;
     }
-    Alarm alarm{.fireDate = std::nullopt,
-                .eventDict = occurrence.eventDict,
-                .reminderDict = reminder,
-                .fireDay = 0};
     if (!occurrence.localDate) {
-        return alarm;
+        return alarmOf(occurrence, reminder);
     }
     const Instant fireDate = occurrence.localDate->instant() + reminder.doubleForKey(keys::rel);
     if (!fireDate.isReadable() || !isDue(occurrence, reminder, fireDate)) {
         return std::nullopt;
     }
+    Alarm alarm = alarmOf(occurrence, reminder);
     alarm.fireDate = CalendarDate(fireDate, occurrence.localDate->timeZone());
     return alarm;
 }
@@ -96,11 +100,8 @@ std::optional<Alarm> alarmForReminder(const Occurrence& occurrence, const Dictio
     if (reminderType(reminder) == ReminderType::NoAction) {
         return std::nullopt;
     }
-    if (!reminder.contains(keys::abs)) {
-        return relativeAlarm(occurrence, reminder);
-    }
-    const auto fireDate = instantForKey(reminder, keys::abs);
-    return fireDate ? absoluteAlarm(occurrence, reminder, *fireDate) : std::nullopt;
+    return reminder.contains(keys::abs) ? absoluteAlarm(occurrence, reminder)
+                                        : relativeAlarm(occurrence, reminder);
 }
 
 CalendarDate localMidnightOfUniversalDay(const CalendarDate& date, const TimeZone& systemZone) {

@@ -1,4 +1,4 @@
-#include "model/alarm.h"
+#include "model/alarm_order.h"
 #include "model/title_order.h"
 #include "support/instants.h"
 

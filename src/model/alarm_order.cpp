@@ -1,0 +1,74 @@
+#include "model/alarm_order.h"
+
+#include <limits>
+
+namespace plenzo {
+
+namespace {
+
+/// NaN is before every other instant.
+constexpr Instant beforeAll(std::numeric_limits<double>::quiet_NaN());
+
+Instant fireInstant(const Alarm& alarm) {
+    return alarm.fireDate ? alarm.fireDate->instant() : beforeAll;
+}
+
+/// No priority sorts after 1 to 99.
+std::int64_t sortingPriority(const Alarm& alarm) {
+    constexpr std::int64_t noPriority = 100;
+    const std::int64_t priority = alarm.eventInteger(keys::priority);
+    return priority == 0 ? noPriority : priority;
+}
+
+/// Those with the property come first.
+std::weak_ordering firstThoseWith(bool left, bool right) {
+    return right <=> left;
+}
+
+} // namespace
+
+std::weak_ordering compare(const Alarm& left, const Alarm& right, const TitleOrder& titles) {
+    if (const auto order = left.fireDay <=> right.fireDay; std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order =
+            firstThoseWith(left.eventBool(keys::holiday), right.eventBool(keys::holiday));
+        std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order = left.eventInteger(keys::type) <=> right.eventInteger(keys::type);
+        std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order =
+            firstThoseWith(left.eventBool(keys::allDay), right.eventBool(keys::allDay));
+        std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order = fireInstant(left) <=> fireInstant(right); std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order = sortingPriority(left) <=> sortingPriority(right); std::is_neq(order)) {
+        return order;
+    }
+    return titles.compare(left.eventText(keys::title), right.eventText(keys::title));
+}
+
+std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
+                                   const TitleOrder& titles) {
+    if (const auto order = fireInstant(left) <=> fireInstant(right); std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order = left.eventInteger(keys::type) <=> right.eventInteger(keys::type);
+        std::is_neq(order)) {
+        return order;
+    }
+    if (const auto order =
+            titles.compare(left.eventText(keys::title), right.eventText(keys::title));
+        std::is_neq(order)) {
+        return order;
+    }
+    return left.fireDay <=> right.fireDay;
+}
+
+} // namespace plenzo

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "model/alarm.h"
+#include "model/title_order.h"
+
+#include <compare>
+
+namespace plenzo {
+
+// Two orders of alarms. Both are strict weak orders over all records, whatever they hold: an absent
+// or unreadable fire date comes before all others, and absent keys read as 0 or as an empty title.
+
+/// The order of display: the day index, holidays before others, events before to-dos, all-day items
+/// before timed ones, the fire date, the priority (1 first, none last), the title.
+[[nodiscard]] std::weak_ordering compare(const Alarm& left, const Alarm& right,
+                                         const TitleOrder& titles);
+
+/// The order of the alarm queue: the fire date, events before to-dos, the title, the day index.
+[[nodiscard]] std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
+                                                 const TitleOrder& titles);
+
+} // namespace plenzo
