@@ -13,9 +13,11 @@ namespace {
 
 constexpr std::int64_t stepsOfCalendar = 3'000'000;
 constexpr std::int64_t stepsOfSeries = 1'000'000;
-constexpr std::int64_t timesOfCalendar = 20'000;
+constexpr std::int64_t timesOfCalendar = 30'000;
 constexpr std::int64_t timesOfItem = 100;
-constexpr std::int64_t timesOfSeries = 5'000;
+constexpr std::int64_t timesOfSeries = 10'000;
+constexpr std::int64_t leastSteps = 400; // for every series, however costly the ones before it were
+constexpr std::int64_t leastTimes = 100;
 constexpr std::int64_t yearSeconds = 366 * std::int64_t{86400};
 
 bool isIn(const ExpansionWindow& window, SystemSeconds instant) {
@@ -186,8 +188,8 @@ CalendarRecords calendarRecords(const Calendar& calendar, const ExpansionWindow&
                          timesOfCalendar +
                              timesOfItem * static_cast<std::int64_t>(calendar.items.size())};
     for (const Series& series : seriesOf(calendar.items)) {
-        const ExpansionBudget allowed{std::min(left.steps, stepsOfSeries),
-                                      std::min(left.times, timesOfSeries)};
+        const ExpansionBudget allowed{std::clamp(left.steps, leastSteps, stepsOfSeries),
+                                      std::clamp(left.times, leastTimes, timesOfSeries)};
         ExpansionBudget budget = allowed;
         SeriesRecords(series, calendar, window, result.records).add(budget);
         left.steps -= allowed.steps - budget.steps;

@@ -21,7 +21,7 @@ struct CalendarRecords {
 /// without dates, and the ones that were completed, or were due and are completed, in the window.
 /// Alarms stand on the first day of an occurrence and on no completed to-do; an absolute alarm of a
 /// series on its first occurrence after the alarm, so that it goes off once.
-/// A series gives at most 5,000 occurrences; the work for one calendar is bounded.
+/// A series gives at most 10,000 occurrences; the work for one calendar is bounded.
 CalendarRecords calendarRecords(const Calendar& calendar, const ExpansionWindow& window);
 
 } // namespace plenzo

@@ -43,11 +43,7 @@ int Host::serve() {
         return 1;
     }
     std::unique_ptr<AgentLink> link;
-    const auto pushAll = [&] {
-        if (!link->push(currentPush())) {
-            report("the agent could not be reached");
-        }
-    };
+    const auto pushAll = [&] { pushTo(*link); };
     const auto reportOtherVersion = [this] { report("the agent that runs is of another version"); };
     const auto reportNoStart = [this](const std::string& reason) {
         report("the agent could not be started, waiting for it: " + reason);
@@ -64,6 +60,16 @@ int Host::serve() {
     }
     report("the session bus has gone");
     return 1;
+}
+
+void Host::pushTo(AgentLink& link) {
+    const AgentPush push = currentPush();
+    if (!link.push(push)) {
+        report("the agent could not be reached");
+        return;
+    }
+    std::cout << "plenzohost: " << push.events.size() << " events handed to the agent"
+              << std::endl; // Who reads this through a pipe waits for it.
 }
 
 AgentPush Host::currentPush() {

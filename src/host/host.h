@@ -8,8 +8,10 @@
 
 namespace plenzo {
 
+class AgentLink;
+
 /// The running program: reads the calendars and sends the agent all of them when the program starts
-/// and whenever the agent announces itself.
+/// and whenever the agent announces itself, and says so on standard output.
 class Host {
 public:
     explicit Host(HostOptions options);
@@ -21,6 +23,7 @@ public:
     int serve();
 
 private:
+    void pushTo(AgentLink& link);
     AgentPush currentPush();
     SystemSeconds now() const;
     void report(const std::string& problem);

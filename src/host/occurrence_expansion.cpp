@@ -107,7 +107,7 @@ private:
         }
         for (const ExtraDate& date : master.recurrence.extraDates) {
             if (isInSpan(date.start, spanFor(first))) {
-                insert(date.start, &date);
+                insert(date.start, date.end || date.duration ? &date : nullptr);
             }
         }
         std::vector<SeriesStart> starts;

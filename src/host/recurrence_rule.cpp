@@ -1,7 +1,7 @@
 #include "host/recurrence_rule.h"
 
 #include "host/ical_values.h"
-#include "host/sub_daily_rule.h"
+#include "host/stepped_rule.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -48,52 +48,72 @@ std::int64_t periodDays(icalrecurrencetype_frequency frequency) {
         return 365;
     case ICAL_MONTHLY_RECURRENCE:
         return 28;
-    case ICAL_WEEKLY_RECURRENCE:
-        return 7;
     default:
-        return 1;
+        return 7;
     }
 }
 
-/// Steps over whole days with the library's iterator, which is told to end with the span.
+bool goesByMonths(const icalrecurrencetype& parts) {
+    return parts.freq == ICAL_YEARLY_RECURRENCE || parts.freq == ICAL_MONTHLY_RECURRENCE;
+}
+
+/// Without BYMONTH a BYMONTHDAY of a yearly rule means the day of every month (RFC 5545, 3.3.10);
+/// the library takes the start's month alone.
+void spellOutMonths(icalrecurrencetype& parts) {
+    const bool isMeant = parts.freq == ICAL_YEARLY_RECURRENCE &&
+                         parts.by_month_day[0] != ICAL_RECURRENCE_ARRAY_MAX &&
+                         parts.by_month[0] == ICAL_RECURRENCE_ARRAY_MAX &&
+                         parts.by_year_day[0] == ICAL_RECURRENCE_ARRAY_MAX &&
+                         parts.by_week_no[0] == ICAL_RECURRENCE_ARRAY_MAX;
+    for (short month = 1; isMeant && month <= 12; ++month) {
+        parts.by_month[month - 1] = month;
+        parts.by_month[month] = ICAL_RECURRENCE_ARRAY_MAX;
+    }
+}
+
+/// Steps over weeks, months or years with the library's iterator.
 class RuleWalk {
 public:
     RuleWalk(icalrecurrencetype parts, const CalendarTime& start, const CivilSpan& span)
-        : m_span(span), m_start(start.local) {
-        parts.until = libraryTime(span.to, start.form);
-        m_periodDays = periodDays(parts.freq);
+        : m_span(span), m_start(start.local), m_periodDays(periodDays(parts.freq)),
+          m_showsBarrenness(goesByMonths(parts)) {
+        // UNTIL keeps the library from looking for the next time beyond the span. A rule by months
+        // does not look so far, and goes without, to show whether it has a next time at all.
+        spellOutMonths(parts);
+        parts.until = m_showsBarrenness ? icaltime_null_time() : libraryTime(span.to, start.form);
         m_iterator.reset(icalrecur_iterator_new(parts, libraryTime(start.local, start.form)));
         if (m_iterator && parts.count == 0 && span.from > start.local) {
-            m_start =
-                addDays(cctz::civil_second(cctz::civil_day(span.from)) + timeOfDay(m_start), -1);
+            m_start = addDays(
+                cctz::civil_second(cctz::civil_day(span.from)) + timeOfDay(start.local), -1);
             icalrecur_iterator_set_start(m_iterator.get(), libraryTime(m_start, start.form));
         }
     }
 
     std::vector<cctz::civil_second> walk(ExpansionBudget& budget) {
-        std::vector<cctz::civil_second> times;
         budget.steps -= std::max<std::int64_t>(0, (m_span.to - m_start) / 86400 / m_periodDays) + 1;
+        std::vector<cctz::civil_second> times;
         bool hasTimes = false;
         while (m_iterator && !budget.isSpent()) {
             const icaltimetype time = icalrecur_iterator_next(m_iterator.get());
+            hasTimes = hasTimes || icaltime_is_null_time(time) == 0;
             if (icaltime_is_null_time(time) != 0 || civilTime(time) >= m_span.to) {
                 break;
             }
-            hasTimes = true;
             --budget.steps;
             if (civilTime(time) >= m_span.from) {
                 --budget.times;
                 times.push_back(civilTime(time));
             }
         }
-        budget.steps -= hasTimes || m_periodDays < 28 ? 0 : barrenRuleSteps;
+        budget.steps -= m_showsBarrenness && !hasTimes ? barrenRuleSteps : 0;
         return times;
     }
 
 private:
     CivilSpan m_span;
     cctz::civil_second m_start;
-    std::int64_t m_periodDays = 1;
+    std::int64_t m_periodDays;
+    bool m_showsBarrenness;
     IteratorPointer m_iterator;
 };
 
@@ -122,8 +142,8 @@ std::vector<cctz::civil_second> RecurrenceRule::localTimes(const CalendarTime& s
     if (allowed.to <= start.local || allowed.to <= allowed.from || budget.isSpent()) {
         return {};
     }
-    if (isSubDaily(m_parts)) {
-        return subDailyTimes(m_parts, start.local, allowed, budget);
+    if (goesBySteps(m_parts)) {
+        return steppedTimes(m_parts, start.local, allowed, budget);
     }
     return RuleWalk(m_parts, start, allowed).walk(budget);
 }

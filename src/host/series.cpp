@@ -1,5 +1,6 @@
 #include "host/series.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <tuple>
@@ -38,6 +39,18 @@ void addItem(Series& series, const CalendarItem& item) {
     }
 }
 
+/// Some programs give a series a recurrence id of its own: one that recurs, without another master,
+/// is the master.
+void promoteMaster(Series& series) {
+    const auto recurring =
+        std::find_if(series.overrides.begin(), series.overrides.end(),
+                     [](const CalendarItem* item) { return item->recurrence.isRecurring(); });
+    if (series.master == nullptr && recurring != series.overrides.end()) {
+        series.master = *recurring;
+        series.overrides.erase(recurring);
+    }
+}
+
 } // namespace
 
 std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
@@ -48,6 +61,7 @@ std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
     std::vector<Series> all;
     all.reserve(byKey.size());
     for (auto& [key, series] : byKey) {
+        promoteMaster(series);
         all.push_back(std::move(series));
     }
     return all;

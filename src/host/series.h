@@ -14,7 +14,8 @@ struct Series {
 
 /// Grouped by kind and UID, in the order of the UIDs. Of several items with the same UID and the
 /// same recurrence id the one with the highest SEQUENCE counts, and of equal ones the last. Items
-/// without a UID stand alone.
+/// without a UID stand alone. Where there is no master an override that recurs itself is taken for
+/// it.
 std::vector<Series> seriesOf(const std::vector<CalendarItem>& items);
 
 } // namespace plenzo
