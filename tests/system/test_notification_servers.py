@@ -1,0 +1,116 @@
+"""Notification servers that come, go and misbehave."""
+import unittest
+
+from gi.repository import GLib
+
+from support.notification_server import ConfusedServer, RefusingServer
+from support.notification_test import NOTIFYING, NotificationTest, soon
+from support.values import event
+
+
+class AServer(NotificationTest):
+    def pass_an_alarm(self, uid):
+        """An alarm comes due, whatever becomes of it."""
+        self.link.push([event(uid, soon())])
+        self.wait_until(lambda: self.link.pending() == [], f"{uid} is past")
+
+    def test_that_comes_later_gets_the_alarms_from_then_on(self):
+        self.start_agent()
+        self.link.set_preferences(NOTIFYING)
+        self.pass_an_alarm("before")
+        self.server = self.start_server("body-markup")
+        self.link.push([event("after", soon(), location="<4>")])
+        self.wait_until(lambda: "after" in self.server.summaries(), "delivered")
+        self.assertEqual(self.server.delivered[-1].body.split("\n")[0], "&lt;4&gt;")
+
+    def test_that_comes_back_knows_nothing_of_the_earlier_notifications(self):
+        self.start()
+        self.deliver("first", "second")
+        self.server.vanish()
+        self.server = self.start_server("body-markup")
+        self.link.push([event("third", soon(), location="<4>")])
+        self.wait_for("third")
+        self.assertEqual(self.server.delivered[0].body.split("\n")[0], "&lt;4&gt;")
+        self.link.call("PrepareToStop")
+        self.wait_until(lambda: self.server.closed, "closed")
+        self.deliver("sentinel")
+        self.assertEqual(self.server.closed, [1])
+
+    def test_that_takes_over_from_another_gets_the_alarms_from_then_on(self):
+        self.start("body-markup")
+        self.deliver("first")
+        first, self.server = self.server, self.start_server(replaces_another=True)
+        self.link.push([event("second", soon(), location="<4>")])
+        self.wait_for("second")
+        self.assertEqual(self.server.delivered[0].body.split("\n")[0], "<4>")
+        self.assertEqual(first.summaries(), ["first"])
+
+    def test_that_never_answers_does_not_hold_the_agent(self):
+        self.start()
+        self.server.hold_answers()
+        for uid in ("a", "b"):
+            self.pass_an_alarm(uid)
+        self.wait_until(lambda: self.server.unanswered_methods() == ["GetCapabilities"], "asked once")
+        self.link.call("PrepareToStop")
+        self.link.version("unknown")
+        self.announcements.wait_for("PlenzoAlarm Relaunch")
+
+    def test_that_answers_late_gets_what_came_due_meanwhile(self):
+        self.start("body-markup")
+        self.server.hold_answers()
+        due = soon()
+        self.link.push([event("a", due, location="&"), event("b", due)])
+        self.wait_until(lambda: self.link.pending() == [], "both are past")
+        self.wait_until(lambda: self.server.unanswered_methods() == ["GetCapabilities"], "asked")
+        self.server.release_answers()
+        self.wait_for("a", "b")
+        self.assertEqual(self.server.delivered[0].body.split("\n")[0], "&amp;")
+
+    def check_recovery_from(self, kind):
+        self.server = self.start_server(kind=kind)
+        self.start_agent()
+        self.link.set_preferences(NOTIFYING)
+        self.deliver("a", "b")
+        self.link.call("PrepareToStop")
+        self.server = self.start_server(replaces_another=True)
+        self.deliver("c")
+        self.link.call("PrepareToStop")
+        self.wait_until(lambda: self.server.closed == [1], "closed")
+
+    def test_that_refuses_everything_is_borne(self):
+        self.check_recovery_from(RefusingServer)
+
+    def test_that_answers_nonsense_is_borne(self):
+        self.check_recovery_from(ConfusedServer)
+
+    def test_that_tells_nonsense_is_borne(self):
+        self.start()
+        self.deliver("a", "b")
+        for name, arguments in (
+                ("NotificationClosed", GLib.Variant("(s)", ("1",))),
+                ("NotificationClosed", None),
+                ("NotificationClosed", GLib.Variant("(u)", (1,))),
+                ("NotificationClosed", GLib.Variant("(uu)", (2**32 - 1, 99))),
+                ("ActionInvoked", GLib.Variant("(us)", (1, "unknown"))),
+                ("ActionInvoked", GLib.Variant("(uu)", (1, 1))),
+                ("ActivationToken", GLib.Variant("(us)", (1, "token"))),
+                ("Unknown", GLib.Variant("(v)", (GLib.Variant("s", ""),)))):
+            self.server.emit(name, arguments)
+        self.deliver("c")
+        self.link.call("PrepareToStop")
+        self.wait_until(lambda: len(self.server.closed) == 3, "closed")
+        self.assertEqual(sorted(self.server.closed), [1, 2, 3])
+
+    def test_is_the_only_one_who_can_say_that_a_notification_is_closed(self):
+        self.start()
+        self.deliver("a")
+        self.session.connect().emit_signal(None, "/org/freedesktop/Notifications",
+                                           "org.freedesktop.Notifications", "NotificationClosed",
+                                           GLib.Variant("(uu)", (1, 2)))
+        self.deliver("b")
+        self.link.call("PrepareToStop")
+        self.wait_until(lambda: self.server.closed == [1, 2], "both closed")
+
+
+if __name__ == "__main__":
+    unittest.main()
