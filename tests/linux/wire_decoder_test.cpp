@@ -126,6 +126,24 @@ TEST_F(AWireDecoder, LeavesOutAVariantWithinAVariant) {
     EXPECT_EQ(array, Array{Dictionary()});
 }
 
+TEST_F(AWireDecoder, ReadsAKeyWhoseTypeChangesFromRecordToRecord) {
+    const Entries nested = {{"x", Variant(Entries{{"x", Variant(true)}, {"y", Variant(1)}})}};
+    const Rows rows = {{{"x", Variant(1)}},
+                       {{"x", Variant("one")}},
+                       nested,
+                       {{"x", Variant(Variants{})}},
+                       nested,
+                       {{"x", Variant(std::vector<double>{1})}},
+                       {{"x", Variant(1.5)}},
+                       {{"", Variant(2)}}};
+    EXPECT_EQ(
+        m_link.sendDictionaries([&](sdbus::MethodCall& call) { call << rows; }),
+        (Array{Dictionary{{"x", 1}}, Dictionary{{"x", "one"}},
+               Dictionary{{"x", Dictionary{{"x", true}, {"y", 1}}}}, Dictionary{{"x", Array()}},
+               Dictionary{{"x", Dictionary{{"x", true}, {"y", 1}}}}, Dictionary(),
+               Dictionary{{"x", 1.5}}, Dictionary{{"", 2}}}));
+}
+
 TEST_F(AWireDecoder, LetsTheLastOfSeveralEqualKeysCount) {
     const auto dictionary = m_link.sendDictionary([](sdbus::MethodCall& call) {
         call.openContainer("{sv}");

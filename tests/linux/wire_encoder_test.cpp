@@ -147,8 +147,8 @@ TEST_F(AWireEncoder, SendsNinetyThousandRecordsInOneMessage) {
 
 TEST_F(AWireEncoder, RefusesWhatTheBusWouldBreakTheConnectionOver) {
     constexpr std::size_t limit = 64UL << 20;
-    const std::string almost(limit - 100, 'x');
-    EXPECT_TRUE(m_link.sendValue(almost).string());
+    auto largest = m_link.unsentCall();
+    EXPECT_TRUE(appendDictionary(largest, {{"text", std::string(limit - 100, 'x')}}));
 
     const std::vector<std::byte> tooMany(limit);
     const std::string tooLong(limit, 'x');

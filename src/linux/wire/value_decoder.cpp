@@ -1,9 +1,9 @@
 #include "linux/wire/value_decoder.h"
 
-#include "linux/wire/message_access.h"
+#include "linux/wire/message_reader.h"
 
-#include <cstdint>
-#include <iterator>
+#include <array>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -12,34 +12,25 @@ namespace plenzo {
 
 namespace {
 
-/// How far a read got. At the end of the array that the cursor is in there is nothing to read.
-enum class Step { Damaged, AtEnd, Done };
+using Step = MessageReader::Step;
 
-constexpr Step stepOf(int result) {
-    if (result < 0) {
-        return Step::Damaged;
-    }
-    return result == 0 ? Step::AtEnd : Step::Done;
+bool isCollection(const char* type) {
+    const std::string_view signature(type);
+    return signature == "a{sv}" || signature == "av" || signature == "as" || signature == "aa{sv}";
 }
 
 /// Walks one message. What is read is collected on two stacks, so that every array and dictionary
-/// is made once, at its size. A value that is left out is read as nothing.
+/// is made once, at its size. A value that is left out is read as nothing. Records are alike, so a
+/// variant is first taken for what the last one under its key was.
 class ValueDecoder {
 public:
-    explicit ValueDecoder(sdbus::Message& message) : m_message(libraryMessage(message)) {}
+    explicit ValueDecoder(sdbus::Message& message) : m_reader(message) {}
 
     /// The next value, whose type this is.
     Step read(const char* type, Value& value);
 
 private:
-    Step readBasic(char type, Value& value);
-    template <typename Item>
-    Step readNumber(char type, Value& value);
-    Step readBoolean(Value& value);
-    Step readString(Value& value);
-    Step readDate(Value& value);
-    Step readData(Value& value);
-    Step readVariant(Value& value);
+    Step readVariant(Value& value, const char*& likelyType);
     Step readCollection(const char* elementType, Value& value);
     Step readElements(const char* elementType);
     Step readEntries();
@@ -47,125 +38,43 @@ private:
     Array takeElements(std::size_t begin);
     Dictionary takeEntries(std::size_t begin);
 
-    Step skip(const char* type) { return stepOf(sd_bus_message_skip(m_message, type)); }
-    Step enter(char container, const char* contents) {
-        return stepOf(sd_bus_message_enter_container(m_message, container, contents));
+    /// Where the type last seen under the key is remembered; it lies in the message. Keys that
+    /// share a place only guess wrong more often; the factors keep those of records apart.
+    const char*& likelyType(std::string_view key) {
+        const auto ends = key.empty() ? 0 : key.front() * 5 + key.back();
+        const std::size_t number = static_cast<std::size_t>(ends) + key.size() * 22;
+        return m_likelyTypes[number % m_likelyTypes.size()];
     }
-    Step exit() { return stepOf(sd_bus_message_exit_container(m_message)); }
 
     static constexpr int deepestNesting = 32;
 
-    sd_bus_message* m_message;
+    MessageReader m_reader;
     int m_nesting = 0;
+    std::array<const char*, 128> m_likelyTypes{};
     std::vector<Value> m_elements;
     std::vector<Dictionary::Entry> m_entries;
 };
 
 Step ValueDecoder::read(const char* type, Value& value) {
-    if (type[1] == '\0') {
-        return readBasic(type[0], value);
+    if (type[0] != SD_BUS_TYPE_ARRAY || !isCollection(type)) {
+        return m_reader.read(type, value);
     }
-    const std::string_view signature(type);
-    if (signature == "(d)") {
-        return readDate(value);
-    }
-    if (signature == "ay") {
-        return readData(value);
-    }
-    const bool isCollection =
-        signature == "a{sv}" || signature == "av" || signature == "as" || signature == "aa{sv}";
-    if (!isCollection || m_nesting == deepestNesting) {
-        return skip(type);
-    }
-    return readCollection(type + 1, value);
+    return m_nesting == deepestNesting ? m_reader.skip(type) : readCollection(type + 1, value);
 }
 
-Step ValueDecoder::readBasic(char type, Value& value) {
-    switch (type) {
-    case SD_BUS_TYPE_STRING:
-        return readString(value);
-    case SD_BUS_TYPE_BOOLEAN:
-        return readBoolean(value);
-    case SD_BUS_TYPE_BYTE:
-        return readNumber<std::uint8_t>(type, value);
-    case SD_BUS_TYPE_INT16:
-        return readNumber<std::int16_t>(type, value);
-    case SD_BUS_TYPE_UINT16:
-        return readNumber<std::uint16_t>(type, value);
-    case SD_BUS_TYPE_INT32:
-        return readNumber<std::int32_t>(type, value);
-    case SD_BUS_TYPE_UINT32:
-        return readNumber<std::uint32_t>(type, value);
-    case SD_BUS_TYPE_INT64:
-        return readNumber<std::int64_t>(type, value);
-    case SD_BUS_TYPE_UINT64:
-        return readNumber<std::uint64_t>(type, value);
-    case SD_BUS_TYPE_DOUBLE:
-        return readNumber<double>(type, value);
-    default:
-        return skip(std::string(1, type).c_str());
-    }
-}
-
-template <typename Item>
-Step ValueDecoder::readNumber(char type, Value& value) {
-    Item item = 0;
-    const Step step = stepOf(sd_bus_message_read_basic(m_message, type, &item));
-    value = Value(item);
-    return step;
-}
-
-Step ValueDecoder::readBoolean(Value& value) {
-    int item = 0;
-    const Step step = stepOf(sd_bus_message_read_basic(m_message, SD_BUS_TYPE_BOOLEAN, &item));
-    value = Value(item != 0);
-    return step;
-}
-
-Step ValueDecoder::readString(Value& value) {
-    const char* text = nullptr;
-    const Step step = stepOf(sd_bus_message_read_basic(m_message, SD_BUS_TYPE_STRING, &text));
-    if (step == Step::Done) {
-        value = Value(std::string_view(text));
-    }
-    return step;
-}
-
-Step ValueDecoder::readDate(Value& value) {
-    Date date;
-    const bool isRead = enter(SD_BUS_TYPE_STRUCT, "d") == Step::Done &&
-                        sd_bus_message_read_basic(m_message, SD_BUS_TYPE_DOUBLE,
-                                                  &date.secondsSinceReferenceDate) > 0 &&
-                        exit() == Step::Done;
-    value = Value(date);
-    return isRead ? Step::Done : Step::Damaged;
-}
-
-Step ValueDecoder::readData(Value& value) {
-    const void* bytes = nullptr;
-    std::size_t size = 0;
-    if (sd_bus_message_read_array(m_message, SD_BUS_TYPE_BYTE, &bytes, &size) <= 0) {
-        // So it is in a message of the other byte order, which no program of this machine sends.
-        return skip("ay");
-    }
-    value = Value::fromData({static_cast<const std::byte*>(bytes), size});
-    return Step::Done;
-}
-
-Step ValueDecoder::readVariant(Value& value) {
-    char type = 0;
-    const char* contents = nullptr;
-    const Step step = stepOf(sd_bus_message_peek_type(m_message, &type, &contents));
+Step ValueDecoder::readVariant(Value& value, const char*& likelyType) {
+    const Step step = m_reader.enterVariant(likelyType);
     if (step != Step::Done) {
         return step;
     }
-    const bool isRead = enter(SD_BUS_TYPE_VARIANT, contents) == Step::Done &&
-                        read(contents, value) == Step::Done && exit() == Step::Done;
+    // Reading what is inside may bring a new likely type for this place.
+    const char* type = likelyType;
+    const bool isRead = read(type, value) == Step::Done && m_reader.exit() == Step::Done;
     return isRead ? Step::Done : Step::Damaged;
 }
 
 Step ValueDecoder::readCollection(const char* elementType, Value& value) {
-    const Step step = enter(SD_BUS_TYPE_ARRAY, elementType);
+    const Step step = m_reader.enter(SD_BUS_TYPE_ARRAY, elementType);
     if (step != Step::Done) {
         return step;
     }
@@ -179,14 +88,16 @@ Step ValueDecoder::readCollection(const char* elementType, Value& value) {
         return Step::Damaged;
     }
     value = isDictionary ? Value(takeEntries(firstEntry)) : Value(takeElements(firstElement));
-    return exit();
+    return m_reader.exit();
 }
 
 Step ValueDecoder::readElements(const char* elementType) {
     const bool areVariants = elementType[0] == SD_BUS_TYPE_VARIANT;
+    const char* likelyType = nullptr;
     while (true) {
         Value element;
-        const Step step = areVariants ? readVariant(element) : read(elementType, element);
+        const Step step =
+            areVariants ? readVariant(element, likelyType) : read(elementType, element);
         if (step != Step::Done) {
             return step;
         }
@@ -205,20 +116,23 @@ Step ValueDecoder::readEntries() {
 }
 
 Step ValueDecoder::readEntry() {
-    const Step step = enter(SD_BUS_TYPE_DICT_ENTRY, "sv");
+    const Step step = m_reader.enter(SD_BUS_TYPE_DICT_ENTRY, "sv");
     if (step != Step::Done) {
         return step;
     }
-    const char* key = nullptr;
+    const char* text = nullptr;
+    if (m_reader.readText(text) != Step::Done) {
+        return Step::Damaged;
+    }
+    const std::string_view key(text);
     Value value;
-    if (sd_bus_message_read_basic(m_message, SD_BUS_TYPE_STRING, &key) <= 0 ||
-        readVariant(value) != Step::Done) {
+    if (readVariant(value, likelyType(key)) != Step::Done) {
         return Step::Damaged;
     }
     if (!value.isNothing()) {
-        m_entries.push_back({Key(std::string_view(key)), std::move(value)});
+        m_entries.push_back({Key(key), std::move(value)});
     }
-    return exit();
+    return m_reader.exit();
 }
 
 Array ValueDecoder::takeElements(std::size_t begin) {
