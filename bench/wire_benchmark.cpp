@@ -171,7 +171,7 @@ public:
                 std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(),
                              run.error_message.c_str());
             } else if (run.run_type == Run::RT_Iteration) {
-                keepBest(run.run_name.function_name, run.GetAdjustedRealTime());
+                keepBest(run.run_name.function_name, run.GetAdjustedCPUTime());
             }
         }
     }
