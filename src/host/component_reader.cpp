@@ -3,6 +3,8 @@
 #include "host/alarm_reader.h"
 #include "host/ical_values.h"
 
+#include <algorithm>
+
 namespace plenzo {
 
 namespace {
@@ -109,12 +111,24 @@ void readState(icalcomponent* component, CalendarItem& item, ZoneTable& zones) {
     item.priority = numberOf(firstPropertyOf(component, ICAL_PRIORITY_PROPERTY));
 }
 
-std::string whyUnusable(const CalendarItem& item, icalcomponent* component) {
+/// An override whose RECURRENCE-ID is damaged would pass for a series: the parser takes the
+/// property away and leaves word.
+bool lostItsRecurrenceId(const CalendarItem& item, const std::vector<std::string>& parseErrors) {
+    return !item.recurrenceId &&
+           std::any_of(parseErrors.begin(), parseErrors.end(), [](const std::string& error) {
+               return error.find("in RECURRENCE-ID property") != std::string::npos;
+           });
+}
+
+std::string whyUnusable(const CalendarItem& item, icalcomponent* component,
+                        const std::vector<std::string>& parseErrors) {
     if (item.kind == ItemKind::Event && !item.start) {
         return "has no usable DTSTART";
     }
     const bool isOverride = firstPropertyOf(component, ICAL_RECURRENCEID_PROPERTY) != nullptr;
-    return isOverride && !item.recurrenceId ? "has no usable RECURRENCE-ID" : "";
+    const bool isLost =
+        (isOverride && !item.recurrenceId) || lostItsRecurrenceId(item, parseErrors);
+    return isLost ? "has no usable RECURRENCE-ID" : "";
 }
 
 } // namespace
@@ -135,7 +149,7 @@ ReadItem readItem(const ComponentBlock& block, ZoneTable& zones) {
     readState(component.get(), item, zones);
     item.alarms = alarmsOf(component.get(), zones);
     result.problems = parseErrorsOf(component.get());
-    const std::string reason = whyUnusable(item, component.get());
+    const std::string reason = whyUnusable(item, component.get(), result.problems);
     if (reason.empty()) {
         result.item = std::move(item);
     } else {

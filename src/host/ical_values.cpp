@@ -47,6 +47,24 @@ std::optional<CalendarZone> zoneNamedBy(icalproperty* property, ZoneTable& zones
     return name == nullptr ? std::nullopt : zones.zoneNamed(name);
 }
 
+/// The text with its long lines folded. The library looks for the end of a line anew for every 80
+/// bytes of it, which takes for ever on a line of megabytes.
+std::string withFoldedLines(std::string_view text) {
+    constexpr std::size_t longestLine = 400;
+    std::string folded;
+    folded.reserve(text.size() + text.size() / 100);
+    std::size_t lineLength = 0;
+    for (const char character : text) {
+        if (lineLength == longestLine && character != '\r' && character != '\n') {
+            folded += "\r\n ";
+            lineLength = 1;
+        }
+        folded += character;
+        lineLength = character == '\n' ? 0 : lineLength + 1;
+    }
+    return folded;
+}
+
 bool isClockTime(const icaltimetype& time) {
     return time.hour >= 0 && time.hour < 24 && time.minute >= 0 && time.minute < 60 &&
            time.second >= 0 && time.second <= 60;
@@ -62,7 +80,7 @@ ComponentPointer parsedComponent(std::string_view text) {
     if (!isPrepared) {
         return nullptr;
     }
-    return ComponentPointer(icalparser_parse_string(std::string(text).c_str()));
+    return ComponentPointer(icalparser_parse_string(withFoldedLines(text).c_str()));
 }
 
 std::vector<icalproperty*> propertiesOf(icalcomponent* component, icalproperty_kind kind) {

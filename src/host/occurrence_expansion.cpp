@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <map>
-#include <set>
+#include <utility>
 
 namespace plenzo {
 
@@ -41,7 +42,13 @@ class SeriesExpansion {
 public:
     SeriesExpansion(const Series& series, const ExpansionWindow& window,
                     const ExpansionReach& reach, ExpansionBudget& budget)
-        : m_series(series), m_window(window), m_reach(reach), m_budget(budget) {}
+        : m_series(series), m_window(window), m_reach(reach), m_budget(budget) {
+        for (const CalendarItem* changed : series.overrides) {
+            if (changed->appliesToFuture && firstTimeOf(*changed)) {
+                m_futureChanges[instantOf(*changed->recurrenceId)] = changed;
+            }
+        }
+    }
 
     std::vector<Occurrence> occurrences() {
         if (m_series.master != nullptr) {
@@ -105,8 +112,9 @@ private:
         for (const cctz::civil_second& local : ruleTimes(master.recurrence.rules, first)) {
             insert(movedTo(first, local), nullptr);
         }
+        const CivilSpan span = spanFor(first);
         for (const ExtraDate& date : master.recurrence.extraDates) {
-            if (isInSpan(date.start, spanFor(first))) {
+            if (isInSpan(date.start, span)) {
                 insert(date.start, date.end || date.duration ? &date : nullptr);
             }
         }
@@ -153,10 +161,8 @@ private:
 
     std::int64_t largestShiftSeconds() const {
         std::int64_t largest = 0;
-        for (const CalendarItem* changed : m_series.overrides) {
-            if (changed->appliesToFuture) {
-                largest = std::max(largest, std::abs(shiftSeconds(*changed)));
-            }
+        for (const auto& [instant, changed] : m_futureChanges) {
+            largest = std::max(largest, std::abs(shiftSeconds(*changed)));
         }
         return largest;
     }
@@ -176,16 +182,8 @@ private:
 
     /// The last override before this start that holds for all that follows it.
     const CalendarItem* futureChangeOf(const CalendarTime& start) const {
-        const CalendarItem* last = nullptr;
-        for (const CalendarItem* changed : m_series.overrides) {
-            if (changed->appliesToFuture && firstTimeOf(*changed) &&
-                instantOf(*changed->recurrenceId) < instantOf(start) &&
-                (last == nullptr ||
-                 instantOf(*last->recurrenceId) < instantOf(*changed->recurrenceId))) {
-                last = changed;
-            }
-        }
-        return last;
+        const auto next = m_futureChanges.lower_bound(instantOf(start));
+        return next == m_futureChanges.begin() ? nullptr : std::prev(next)->second;
     }
 
     std::optional<CalendarTime> periodEnd(const ExtraDate& period) const {
@@ -225,6 +223,7 @@ private:
     const ExpansionWindow& m_window;
     const ExpansionReach& m_reach;
     ExpansionBudget& m_budget;
+    std::map<SystemSeconds, const CalendarItem*> m_futureChanges;
     std::vector<Occurrence> m_found;
 };
 

@@ -1,11 +1,12 @@
 #include "host/repeat_text.h"
 
 #include "host/recurrence_rule.h"
+#include "host/step_parts.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdlib>
-#include <iterator>
 #include <string_view>
 
 namespace plenzo {
@@ -22,11 +23,11 @@ constexpr std::array<std::string_view, 12> monthNames = {
 constexpr std::array<std::string_view, 6> positionNames = {"",      "first",  "second",
                                                            "third", "fourth", "fifth"};
 
-std::string joinedWithAnd(const std::vector<std::string>& words) {
+std::string joined(const std::vector<std::string>& words, std::string_view last) {
     std::string text;
     for (std::size_t index = 0; index < words.size(); ++index) {
         if (index > 0) {
-            text += index + 1 == words.size() ? " and " : ", ";
+            text += index + 1 == words.size() ? last : ", ";
         }
         text += words[index];
     }
@@ -63,15 +64,40 @@ std::string monthText(short month) {
 
 /// "PREFIX A, B and C" for the numbers of a BY part, or nothing for none.
 template <std::size_t size, typename Text>
-std::string listText(std::string_view prefix, const short (&part)[size], Text text) {
+std::string listText(std::string_view prefix, const short (&part)[size], Text text,
+                     std::string_view last = " and ") {
     std::vector<std::string> words;
-    for (const short number : part) {
-        if (number == ICAL_RECURRENCE_ARRAY_MAX) {
-            break;
-        }
-        words.push_back(text(number));
+    for (const int number : numbersOf(part)) {
+        words.push_back(text(static_cast<short>(number)));
     }
-    return words.empty() ? std::string() : std::string(prefix) + joinedWithAnd(words);
+    return words.empty() ? std::string() : std::string(prefix) + joined(words, last);
+}
+
+bool isEveryWorkday(const icalrecurrencetype& parts) {
+    std::vector<int> days = numbersOf(parts.by_day);
+    std::sort(days.begin(), days.end());
+    return days == std::vector<int>{ICAL_MONDAY_WEEKDAY, ICAL_TUESDAY_WEEKDAY,
+                                    ICAL_WEDNESDAY_WEEKDAY, ICAL_THURSDAY_WEEKDAY,
+                                    ICAL_FRIDAY_WEEKDAY};
+}
+
+/// "the last weekday": what BYSETPOS chooses among the days.
+std::string chosenDayText(const icalrecurrencetype& parts) {
+    std::vector<std::string> positions;
+    for (const int position : numbersOf(parts.by_set_pos)) {
+        positions.push_back(positionText(position));
+    }
+    const std::string days =
+        isEveryWorkday(parts) ? " weekday" : listText(" ", parts.by_day, weekdayText, " or ");
+    return " on the " + joined(positions, " and ") + days;
+}
+
+std::string dayText(const icalrecurrencetype& parts) {
+    const bool hasDays = parts.by_day[0] != ICAL_RECURRENCE_ARRAY_MAX;
+    if (hasDays && parts.by_set_pos[0] != ICAL_RECURRENCE_ARRAY_MAX) {
+        return chosenDayText(parts);
+    }
+    return isEveryWorkday(parts) ? " on weekdays" : listText(" on ", parts.by_day, weekdayText);
 }
 
 std::string frequencyText(const icalrecurrencetype& parts) {
@@ -93,7 +119,7 @@ std::string endText(const icalrecurrencetype& parts) {
 }
 
 std::string ruleText(const icalrecurrencetype& parts) {
-    return frequencyText(parts) + listText(" on ", parts.by_day, weekdayText) +
+    return frequencyText(parts) + dayText(parts) +
            listText(" on ", parts.by_month_day, monthDayText) +
            listText(" in ", parts.by_month, monthText) + endText(parts);
 }
@@ -107,7 +133,7 @@ std::string repeatText(const std::vector<std::string>& rules) {
             texts.push_back(ruleText(rule->parts()));
         }
     }
-    return joinedWithAnd(texts);
+    return joined(texts, " and ");
 }
 
 } // namespace plenzo

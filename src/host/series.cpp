@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 
 namespace plenzo {
 
@@ -16,27 +17,26 @@ SeriesKey keyOf(const CalendarItem& item, std::size_t index) {
     return {item.kind, item.uid, item.uid.empty() ? index + 1 : 0};
 }
 
-bool nameTheSame(const CalendarTime& left, const CalendarTime& right) {
-    return left.form == right.form &&
-           left.zone.instantOf(left.local) == right.zone.instantOf(right.local);
+/// What an override names: the form and the instant of its recurrence id.
+using OverrideKey = std::pair<TimeForm, SystemSeconds>;
+
+OverrideKey keyOf(const CalendarTime& time) {
+    return {time.form, time.zone.instantOf(time.local)};
 }
 
-void addOverride(Series& series, const CalendarItem& item) {
-    for (const CalendarItem*& known : series.overrides) {
-        if (nameTheSame(*known->recurrenceId, *item.recurrenceId)) {
-            known = item.sequence >= known->sequence ? &item : known;
-            return;
-        }
-    }
-    series.overrides.push_back(&item);
+/// A series on the way, with its overrides by what they name.
+struct GatheredSeries {
+    const CalendarItem* master = nullptr;
+    std::map<OverrideKey, const CalendarItem*> overrides;
+};
+
+void takeNewer(const CalendarItem*& known, const CalendarItem& item) {
+    known = known == nullptr || item.sequence >= known->sequence ? &item : known;
 }
 
-void addItem(Series& series, const CalendarItem& item) {
-    if (item.recurrenceId) {
-        addOverride(series, item);
-    } else if (series.master == nullptr || item.sequence >= series.master->sequence) {
-        series.master = &item;
-    }
+void addItem(GatheredSeries& series, const CalendarItem& item) {
+    takeNewer(item.recurrenceId ? series.overrides[keyOf(*item.recurrenceId)] : series.master,
+              item);
 }
 
 /// Some programs give a series a recurrence id of its own: one that recurs, without another master,
@@ -54,13 +54,17 @@ void promoteMaster(Series& series) {
 } // namespace
 
 std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
-    std::map<SeriesKey, Series> byKey;
+    std::map<SeriesKey, GatheredSeries> byKey;
     for (std::size_t index = 0; index < items.size(); ++index) {
         addItem(byKey[keyOf(items[index], index)], items[index]);
     }
     std::vector<Series> all;
     all.reserve(byKey.size());
-    for (auto& [key, series] : byKey) {
+    for (const auto& [key, gathered] : byKey) {
+        Series series{gathered.master, {}};
+        for (const auto& [name, item] : gathered.overrides) {
+            series.overrides.push_back(item);
+        }
         promoteMaster(series);
         all.push_back(std::move(series));
     }
