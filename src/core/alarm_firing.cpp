@@ -1,6 +1,7 @@
 #include "core/alarm_firing.h"
 
 #include "core/preference_keys.h"
+#include "model/alarm_order.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -24,12 +25,11 @@ void AlarmFiring::setAlarmTimer() {
         return;
     }
     m_alarmTimer.reset();
-    const auto alarms = m_collaborators.queue.alarms();
-    if (alarms.empty() || !alarms.front().fireDate) {
-        return;
+    const AlarmQueue& queue = m_collaborators.queue;
+    if (!queue.empty()) {
+        m_alarmTimer =
+            m_collaborators.timers.schedule(fireInstant(queue[0]), [this] { fireAlarm(); });
     }
-    m_alarmTimer = m_collaborators.timers.schedule(alarms.front().fireDate->instant(),
-                                                   [this] { fireAlarm(); });
 }
 
 void AlarmFiring::fireAlarm() {

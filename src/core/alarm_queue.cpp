@@ -4,36 +4,92 @@
 
 #include <algorithm>
 #include <compare>
-#include <iterator>
+#include <cstdint>
+#include <unordered_set>
+#include <utility>
 
 namespace plenzo {
 
-void AlarmQueue::append(std::vector<Alarm> alarms) {
-    std::move(alarms.begin(), alarms.end(), std::back_inserter(m_alarms));
+namespace {
+
+/// A set of records of which most tests need a look at one word only.
+class RecordSet {
+public:
+    void insert(const Dictionary* record) {
+        m_mayContain |= bit(record);
+        m_records.insert(record);
+    }
+    [[nodiscard]] bool contains(const Dictionary* record) const {
+        return (m_mayContain & bit(record)) != 0 && m_records.contains(record);
+    }
+
+private:
+    static std::uint64_t bit(const Dictionary* record) {
+        const auto address = reinterpret_cast<std::uintptr_t>(record);
+        return std::uint64_t{1} << ((address >> 5 ^ address >> 12) & 63);
+    }
+
+    std::uint64_t m_mayContain = 0;
+    std::unordered_set<const Dictionary*> m_records;
+};
+
+} // namespace
+
+bool AlarmQueue::isBefore(const Entry& left, const Entry& right) const {
+    if (left.fireDate != right.fireDate) {
+        return left.fireDate < right.fireDate;
+    }
+    return std::is_lt(compareFireDate(*left.alarm, *right.alarm, m_titles));
+}
+
+void AlarmQueue::append(Alarm alarm) {
+    const Instant fireDate = fireInstant(alarm);
+    const Dictionary* eventDict = alarm.eventDict.get();
+    m_entries.push_back({fireDate, eventDict, std::make_unique<Alarm>(std::move(alarm))});
 }
 
 void AlarmQueue::sort() {
-    std::stable_sort(m_alarms.begin(), m_alarms.end(),
-                     [this](const Alarm& left, const Alarm& right) {
-                         return std::is_lt(compareFireDate(left, right, m_titles));
-                     });
+    const auto inOrder = [this](const Entry& left, const Entry& right) {
+        return isBefore(left, right);
+    };
+    const auto added = m_entries.begin() + static_cast<std::ptrdiff_t>(m_sortedCount);
+    m_sortedCount = m_entries.size();
+    if (added == m_entries.end()) {
+        return;
+    }
+    std::stable_sort(added, m_entries.end(), inOrder);
+    // What comes before the first of the new ones stays where it is.
+    const auto firstPlace = std::upper_bound(m_entries.begin(), added, *added, inOrder);
+    std::inplace_merge(firstPlace, added, m_entries.end(), inOrder);
 }
 
-void AlarmQueue::removeAlarmsWithUIDs(const std::unordered_set<std::string_view>& uids) {
-    std::erase_if(m_alarms, [&uids](const Alarm& alarm) {
-        const auto uid = alarm.eventDict->stringForKey(keys::uid);
-        return uid && uids.contains(*uid);
-    });
+void AlarmQueue::clear() {
+    m_entries.clear();
+    m_sortedCount = 0;
+}
+
+void AlarmQueue::removeAlarmsOf(const std::vector<EventDict>& eventDicts) {
+    RecordSet records;
+    for (const EventDict& eventDict : eventDicts) {
+        records.insert(eventDict.get());
+    }
+    if (!eventDicts.empty()) {
+        std::erase_if(m_entries,
+                      [&records](const Entry& entry) { return records.contains(entry.eventDict); });
+        m_sortedCount = m_entries.size();
+    }
 }
 
 std::vector<Alarm> AlarmQueue::takeDueAlarms(Instant now) {
     const auto firstPending =
-        std::find_if(m_alarms.begin(), m_alarms.end(), [now](const Alarm& alarm) {
-            return alarm.fireDate && alarm.fireDate->instant() > now;
-        });
-    std::vector<Alarm> due(std::make_move_iterator(m_alarms.begin()),
-                           std::make_move_iterator(firstPending));
-    m_alarms.erase(m_alarms.begin(), firstPending);
+        std::find_if(m_entries.begin(), m_entries.end(),
+                     [now](const Entry& entry) { return entry.fireDate > now; });
+    std::vector<Alarm> due;
+    for (auto entry = m_entries.begin(); entry != firstPending; ++entry) {
+        due.push_back(std::move(*entry->alarm));
+    }
+    m_entries.erase(m_entries.begin(), firstPending);
+    m_sortedCount = m_entries.size();
     return due;
 }
 

@@ -3,33 +3,50 @@
 #include "model/alarm.h"
 #include "model/title_order.h"
 
-#include <span>
-#include <string>
-#include <string_view>
-#include <unordered_set>
+#include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace plenzo {
 
-/// The pending alarms. Once sorted, the first is the next to fire.
+/// The pending alarms, in the order of compareFireDate once they are sorted: the first is the next
+/// to fire.
 class AlarmQueue {
 public:
     explicit AlarmQueue(const TitleOrder& titles) : m_titles(titles) {}
 
-    /// In queue order, provided sort() came after the last append().
-    [[nodiscard]] std::span<const Alarm> alarms() const { return m_alarms; }
+    [[nodiscard]] std::size_t size() const { return m_entries.size(); }
+    [[nodiscard]] bool empty() const { return m_entries.empty(); }
+    /// In queue order.
+    [[nodiscard]] const Alarm& operator[](std::size_t index) const {
+        return *m_entries[index].alarm;
+    }
 
-    void append(std::vector<Alarm> alarms);
+    /// Adds an alarm at the end, where it stays until sort().
+    void append(Alarm alarm);
+    /// Brings the appended alarms to their places. Equal ones keep the order in which they came.
     void sort();
-    void clear() { m_alarms.clear(); }
-    /// Removes the alarms of the occurrences with these "uid"s.
-    void removeAlarmsWithUIDs(const std::unordered_set<std::string_view>& uids);
+    void clear();
+    /// Removes the alarms of these records.
+    void removeAlarmsOf(const std::vector<EventDict>& eventDicts);
     /// Takes out and gives the alarms whose fire date is at `now` or before it, in queue order.
     [[nodiscard]] std::vector<Alarm> takeDueAlarms(Instant now);
 
 private:
+    /// What sorting and searching look at first lies here, so that most of the time they need not
+    /// follow the pointer.
+    struct Entry {
+        Instant fireDate;
+        const Dictionary* eventDict;
+        std::unique_ptr<Alarm> alarm;
+    };
+
+    [[nodiscard]] bool isBefore(const Entry& left, const Entry& right) const;
+
     const TitleOrder& m_titles;
-    std::vector<Alarm> m_alarms;
+    std::vector<Entry> m_entries;
+    /// The entries before this one are in order.
+    std::size_t m_sortedCount = 0;
 };
 
 } // namespace plenzo

@@ -2,8 +2,8 @@
 
 #include "model/alarm_computation.h"
 
-#include <string_view>
-#include <unordered_set>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace plenzo {
@@ -14,13 +14,13 @@ bool isDeletionNotice(const Dictionary& eventDict) {
     return eventDict.contains(keys::del);
 }
 
-/// The agent's own copies, independent of what arrived.
-std::vector<EventDict> deepCopies(const Array& eventDicts) {
+/// The agent's own copies, independent of what arrived. What nobody else holds is taken over.
+std::vector<EventDict> deepCopies(Array eventDicts) {
     std::vector<EventDict> copies;
     copies.reserve(eventDicts.size());
-    for (const Value& eventDict : eventDicts) {
-        if (const Dictionary* dictionary = eventDict.dictionary()) {
-            copies.push_back(std::make_shared<Dictionary>(*dictionary));
+    for (std::size_t index = 0; index < eventDicts.size(); ++index) {
+        if (Dictionary* dictionary = eventDicts.findMutable(index)->mutableDictionary()) {
+            copies.push_back(std::make_shared<Dictionary>(std::move(*dictionary)));
         }
     }
     return copies;
@@ -31,9 +31,9 @@ std::vector<EventDict> deepCopies(const Array& eventDicts) {
 EventIntake::EventIntake(Collaborators collaborators, std::function<void()> queueChanged)
     : m_collaborators(collaborators), m_queueChanged(std::move(queueChanged)) {}
 
-void EventIntake::processEventDicts(const Array& eventDicts, bool delta,
+void EventIntake::processEventDicts(Array eventDicts, bool delta,
                                     std::optional<Instant> issueTime) {
-    auto copies = deepCopies(eventDicts);
+    auto copies = deepCopies(std::move(eventDicts));
     setEventColor(copies);
     processEvents(std::move(copies), delta, issueTime);
 }
@@ -48,39 +48,38 @@ void EventIntake::processEvents(std::vector<EventDict> eventDicts, bool delta,
         m_collaborators.queue.clear();
     }
     addEvents(std::move(eventDicts), issueTime);
-    m_collaborators.queue.sort();
     m_queueChanged();
 }
 
 void EventIntake::removeDeletedEvents(const std::vector<EventDict>& eventDicts) {
-    std::unordered_set<std::string_view> deleted;
+    std::vector<EventDict> removed;
     for (const EventDict& eventDict : eventDicts) {
         const auto uid = eventDict->stringForKey(keys::uid);
         if (uid && isDeletionNotice(*eventDict)) {
-            deleted.insert(*uid);
+            std::ranges::move(m_allEventDicts.takeWithUID(*uid), std::back_inserter(removed));
         }
     }
-    if (deleted.empty()) {
-        return;
-    }
-    m_collaborators.queue.removeAlarmsWithUIDs(deleted);
-    std::erase_if(m_allEventDicts, [&deleted](const EventDict& eventDict) {
-        const auto uid = eventDict->stringForKey(keys::uid);
-        return uid && deleted.contains(*uid);
-    });
+    m_collaborators.queue.removeAlarmsOf(removed);
 }
 
 void EventIntake::addEvents(std::vector<EventDict> eventDicts, std::optional<Instant> issueTime) {
     const AlarmContext context{.now = m_collaborators.clock.now(),
                                .systemZone = m_collaborators.regionalSettings.timeZone()};
+    AlarmQueue& queue = m_collaborators.queue;
+    std::vector<Alarm> alarms;
+    m_allEventDicts.reserveMore(eventDicts.size());
     for (EventDict& eventDict : eventDicts) {
         if (isDeletionNotice(*eventDict)) {
             continue;
         }
-        m_collaborators.queue.append(
-            alarmsForEventDict(eventDict, issueTime, ProximityAlarms::Exclude, context));
-        m_allEventDicts.push_back(std::move(eventDict));
+        appendAlarmsForEventDict(eventDict, issueTime, ProximityAlarms::Exclude, context, alarms);
+        for (Alarm& alarm : alarms) {
+            queue.append(std::move(alarm));
+        }
+        alarms.clear();
+        m_allEventDicts.append(std::move(eventDict));
     }
+    queue.sort();
 }
 
 void setEventColor(const std::vector<EventDict>& eventDicts) {

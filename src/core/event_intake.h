@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/alarm_queue.h"
+#include "core/event_collection.h"
 #include "model/event_dict.h"
 #include "platform/clock.h"
 #include "platform/regional_settings.h"
@@ -24,14 +25,14 @@ public:
     /// `queueChanged` is called after each intake, with the queue sorted.
     EventIntake(Collaborators collaborators, std::function<void()> queueChanged);
 
-    /// In the order of arrival; none carries a deletion marker.
-    [[nodiscard]] const std::vector<EventDict>& allEventDicts() const { return m_allEventDicts; }
+    /// None carries a deletion marker.
+    [[nodiscard]] const EventCollection& allEventDicts() const { return m_allEventDicts; }
 
     /// Takes a batch in: a full update replaces everything, a delta patches it. In a delta a
     /// dictionary with "del" announces that its occurrence is gone, and a changed occurrence comes
     /// as such a notice together with a full record. With an issue time, alarms that fell due since
     /// then are created too. Elements that are no dictionaries are skipped.
-    void processEventDicts(const Array& eventDicts, bool delta, std::optional<Instant> issueTime);
+    void processEventDicts(Array eventDicts, bool delta, std::optional<Instant> issueTime);
 
     /// The same for dictionaries that already are the agent's own.
     void processEvents(std::vector<EventDict> eventDicts, bool delta,
@@ -43,7 +44,7 @@ private:
 
     Collaborators m_collaborators;
     std::function<void()> m_queueChanged;
-    std::vector<EventDict> m_allEventDicts;
+    EventCollection m_allEventDicts;
 };
 
 /// Gives every dictionary that has "colInt" the colour of it under "color".

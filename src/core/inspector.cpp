@@ -31,9 +31,9 @@ Dictionary row(const Alarm& alarm) {
 
 Array Inspector::pendingAlarms() const {
     Array rows;
-    rows.reserve(m_queue.alarms().size());
-    for (const Alarm& alarm : m_queue.alarms()) {
-        rows.append(Value(row(alarm)));
+    rows.reserve(m_queue.size());
+    for (std::size_t index = 0; index < m_queue.size(); ++index) {
+        rows.append(Value(row(m_queue[index])));
     }
     return rows;
 }

@@ -53,8 +53,8 @@ void PlenzoAlarm::version(std::string_view version) {
                                                     : "PlenzoAlarm Relaunch");
 }
 
-void PlenzoAlarm::alarmsUpdated(const Array& eventDicts, bool delta) {
-    m_eventIntake.processEventDicts(eventDicts, delta, std::nullopt);
+void PlenzoAlarm::alarmsUpdated(Array eventDicts, bool delta) {
+    m_eventIntake.processEventDicts(std::move(eventDicts), delta, std::nullopt);
 }
 
 void PlenzoAlarm::sourceListUpdated(const Array& sourceNodes) {

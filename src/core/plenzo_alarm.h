@@ -57,7 +57,7 @@ public:
     void applicationWillTerminate();
 
     void version(std::string_view version) override;
-    void alarmsUpdated(const Array& eventDicts, bool delta) override;
+    void alarmsUpdated(Array eventDicts, bool delta) override;
     void sourceListUpdated(const Array& sourceNodes) override;
     void prefsUpdated(const Dictionary& preferences) override;
     void weatherUpdated(const Dictionary& weather) override;

@@ -100,8 +100,8 @@ void HostLinkOnBus::readAlarmsUpdated(sdbus::MethodCall& call) {
     }
     bool delta = false;
     call >> delta;
-    forward([eventDicts = std::move(eventDicts), delta](PlenzoAlarmProtocol& agent) {
-        agent.alarmsUpdated(*eventDicts, delta);
+    forward([eventDicts = std::move(*eventDicts), delta](PlenzoAlarmProtocol& agent) mutable {
+        agent.alarmsUpdated(std::move(eventDicts), delta);
     });
 }
 

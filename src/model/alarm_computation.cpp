@@ -62,46 +62,50 @@ bool isDue(const Occurrence& occurrence, const Dictionary& reminder, Instant fir
     return occurrence.issueTime || leadTimeSeconds <= alarmHorizonSeconds;
 }
 
-Alarm alarmOf(const Occurrence& occurrence, const Dictionary& reminder) {
-    Alarm alarm;
+Alarm& append(const Occurrence& occurrence, const Dictionary& reminder,
+              std::vector<Alarm>& alarms) {
+    Alarm& alarm = alarms.emplace_back();
     alarm.eventDict = occurrence.eventDict;
     alarm.reminderDict = reminder;
     return alarm;
 }
 
-std::optional<Alarm> absoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder) {
+void appendAbsoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder,
+                         std::vector<Alarm>& alarms) {
     const auto fireDate = instantForKey(reminder, keys::abs);
-    if (!fireDate || !isDue(occurrence, reminder, *fireDate)) {
-        return std::nullopt;
+    if (fireDate && isDue(occurrence, reminder, *fireDate)) {
+        Alarm& alarm = append(occurrence, reminder, alarms);
+        alarm.fireDate = CalendarDate(*fireDate, occurrence.context.systemZone);
+        alarm.fireDay = daysFromToday(occurrence);
     }
-    Alarm alarm = alarmOf(occurrence, reminder);
-    alarm.fireDate = CalendarDate(*fireDate, occurrence.context.systemZone);
-    alarm.fireDay = daysFromToday(occurrence);
-    return alarm;
 }
 
-std::optional<Alarm> relativeAlarm(const Occurrence& occurrence, const Dictionary& reminder) {
+void appendRelativeAlarm(const Occurrence& occurrence, const Dictionary& reminder,
+                         std::vector<Alarm>& alarms) {
     if (!relativeAlarmApplies(occurrence, reminderType(reminder))) {
-        return std::nullopt;
+        return;
     }
     if (!occurrence.localDate) {
-        return alarmOf(occurrence, reminder);
+        append(occurrence, reminder, alarms);
+        return;
     }
     const Instant fireDate = occurrence.localDate->instant() + reminder.doubleForKey(keys::rel);
-    if (!fireDate.isReadable() || !isDue(occurrence, reminder, fireDate)) {
-        return std::nullopt;
+    if (fireDate.isReadable() && isDue(occurrence, reminder, fireDate)) {
+        append(occurrence, reminder, alarms).fireDate =
+            CalendarDate(fireDate, occurrence.localDate->timeZone());
     }
-    Alarm alarm = alarmOf(occurrence, reminder);
-    alarm.fireDate = CalendarDate(fireDate, occurrence.localDate->timeZone());
-    return alarm;
 }
 
-std::optional<Alarm> alarmForReminder(const Occurrence& occurrence, const Dictionary& reminder) {
+void appendAlarmForReminder(const Occurrence& occurrence, const Dictionary& reminder,
+                            std::vector<Alarm>& alarms) {
     if (reminderType(reminder) == ReminderType::NoAction) {
-        return std::nullopt;
+        return;
     }
-    return reminder.contains(keys::abs) ? absoluteAlarm(occurrence, reminder)
-                                        : relativeAlarm(occurrence, reminder);
+    if (reminder.contains(keys::abs)) {
+        appendAbsoluteAlarm(occurrence, reminder, alarms);
+    } else {
+        appendRelativeAlarm(occurrence, reminder, alarms);
+    }
 }
 
 CalendarDate localMidnightOfUniversalDay(const CalendarDate& date, const TimeZone& systemZone) {
@@ -147,9 +151,16 @@ std::vector<Alarm> alarmsForEventDict(const EventDict& eventDict, std::optional<
                                       ProximityAlarms proximityAlarms,
                                       const AlarmContext& context) {
     std::vector<Alarm> alarms;
+    appendAlarmsForEventDict(eventDict, issueTime, proximityAlarms, context, alarms);
+    return alarms;
+}
+
+void appendAlarmsForEventDict(const EventDict& eventDict, std::optional<Instant> issueTime,
+                              ProximityAlarms proximityAlarms, const AlarmContext& context,
+                              std::vector<Alarm>& alarms) {
     const Array* reminders = eventDict ? eventDict->arrayForKey(keys::rem) : nullptr;
     if (reminders == nullptr) {
-        return alarms;
+        return;
     }
     const Occurrence occurrence{.eventDict = eventDict,
                                 .localDate =
@@ -158,12 +169,10 @@ std::vector<Alarm> alarmsForEventDict(const EventDict& eventDict, std::optional<
                                 .proximityAlarms = proximityAlarms,
                                 .context = context};
     for (const Value& reminder : *reminders) {
-        const Dictionary* entry = reminder.dictionary();
-        if (auto alarm = entry != nullptr ? alarmForReminder(occurrence, *entry) : std::nullopt) {
-            alarms.push_back(std::move(*alarm));
+        if (const Dictionary* entry = reminder.dictionary()) {
+            appendAlarmForReminder(occurrence, *entry, alarms);
         }
     }
-    return alarms;
 }
 
 } // namespace plenzo

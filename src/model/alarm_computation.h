@@ -38,4 +38,9 @@ enum class ProximityAlarms { Exclude, IncludeAll };
                                                     ProximityAlarms proximityAlarms,
                                                     const AlarmContext& context);
 
+/// The same, added to the alarms that are there.
+void appendAlarmsForEventDict(const EventDict& eventDict, std::optional<Instant> issueTime,
+                              ProximityAlarms proximityAlarms, const AlarmContext& context,
+                              std::vector<Alarm>& alarms);
+
 } // namespace plenzo

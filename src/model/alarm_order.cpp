@@ -1,17 +1,8 @@
 #include "model/alarm_order.h"
 
-#include <limits>
-
 namespace plenzo {
 
 namespace {
-
-/// NaN is before every other instant.
-constexpr Instant beforeAll(std::numeric_limits<double>::quiet_NaN());
-
-Instant fireInstant(const Alarm& alarm) {
-    return alarm.fireDate ? alarm.fireDate->instant() : beforeAll;
-}
 
 /// No priority sorts after 1 to 99.
 std::int64_t sortingPriority(const Alarm& alarm) {

@@ -4,6 +4,7 @@
 #include "model/title_order.h"
 
 #include <compare>
+#include <limits>
 
 namespace plenzo {
 
@@ -18,5 +19,12 @@ namespace plenzo {
 /// The order of the alarm queue: the fire date, events before to-dos, the title, the day index.
 [[nodiscard]] std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
                                                  const TitleOrder& titles);
+
+/// The alarm's fire date as both orders take it: NaN, which is before every other instant, when
+/// there is none.
+[[nodiscard]] inline Instant fireInstant(const Alarm& alarm) {
+    constexpr Instant beforeAll(std::numeric_limits<double>::quiet_NaN());
+    return alarm.fireDate ? alarm.fireDate->instant() : beforeAll;
+}
 
 } // namespace plenzo

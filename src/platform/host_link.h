@@ -18,7 +18,7 @@ public:
     /// The host's idea of the agent's version; empty when it sent none.
     virtual void version(std::string_view version) = 0;
     /// A batch of event dictionaries: a full update, or with `delta` deletion notices and records.
-    virtual void alarmsUpdated(const Array& eventDicts, bool delta) = 0;
+    virtual void alarmsUpdated(Array eventDicts, bool delta) = 0;
     /// The calendars: an array of source-list nodes.
     virtual void sourceListUpdated(const Array& sourceNodes) = 0;
     /// Preference keys with their new values.

@@ -47,10 +47,12 @@ std::size_t Dictionary::entryNumber(KeyView key) const {
         return absent;
     if (!isSmall(*m_block))
         return DictionaryIndex(*m_block).find(key);
-    for (const Entry* entry = begin(); entry != end(); ++entry)
-        if (key.matches(entry->key))
-            return static_cast<std::size_t>(entry - begin());
-    return absent;
+    const auto found =
+        key.isKnown() ? std::find_if(begin(), end(),
+                                     [&](const Entry& entry) { return key.isSameKnown(entry.key); })
+                      : std::find_if(begin(), end(),
+                                     [&](const Entry& entry) { return key.matches(entry.key); });
+    return found == end() ? absent : static_cast<std::size_t>(found - begin());
 }
 
 const Value* Dictionary::find(KeyView key) const {
@@ -93,8 +95,12 @@ void Dictionary::remove(KeyView key) {
 
 void Dictionary::growForOneMore() {
     const std::size_t count = size();
-    makeWritable(count < capacity() ? capacity()
-                                    : std::min(count + count / 2 + 4, maximumCapacity));
+    const std::size_t grown = std::min(count + count / 2 + 4, maximumCapacity);
+    // A small one stays small as long as it can.
+    const bool fitsSmall = count < DictionaryIndex::largestSmallCapacity;
+    const std::size_t wanted =
+        fitsSmall ? std::min(grown, DictionaryIndex::largestSmallCapacity) : grown;
+    makeWritable(count < capacity() ? capacity() : wanted);
 }
 
 void Dictionary::makeWritable(std::size_t capacity) {

@@ -9,7 +9,6 @@ namespace plenzo {
 
 namespace {
 
-constexpr std::size_t largestSmallCapacity = 16;
 constexpr std::uint32_t freeSlot = UINT32_MAX;
 
 } // namespace

@@ -12,6 +12,9 @@ namespace plenzo {
 /// entries in the same block. Small dictionaries have none.
 class DictionaryIndex {
 public:
+    /// Dictionaries of up to this capacity are small.
+    static constexpr std::size_t largestSmallCapacity = 16;
+
     /// How many slots a dictionary of this capacity has; 0 when it is small.
     static std::size_t slotCount(std::size_t capacity);
     /// How many bytes the whole block takes.

@@ -88,6 +88,10 @@ public:
         return m_length == nameLength ? m_name->text() : std::string_view(m_characters, m_length);
     }
 
+    bool isKnown() const { return m_length == nameLength && Key::isKnownName(m_name); }
+    /// Of a known name only: whether the key has it.
+    bool isSameKnown(const Key& key) const { return m_name == key.m_name; }
+
     /// Known names by pointer, the others by text.
     bool matches(const Key& key) const {
         if (m_length == nameLength) {
