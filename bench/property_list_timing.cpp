@@ -1,20 +1,30 @@
-// Times reading and writing one binary property list, an array of records, and measures what the
-// records take in memory: `property_list_timing FILE [ROUNDS]` prints processor nanoseconds a
-// record for reading, for writing, and bytes a record. The best round counts.
+// One program's side of bench/compare-with-plistlib:
+//
+//   property_list_timing write COUNT FILE   writes that many sample records into the file
+//   property_list_timing measure FILE       reads the file and writes it again in memory, some
+//                                           rounds; prints the best round's processor nanoseconds a
+//                                           record for reading and for writing, and how many bytes
+//                                           a record the resident memory grew by when it was read
 
 #include "propertylist/binary_property_list.h"
-#include "propertylist/dictionary.h"
+#include "support/sample_records.h"
+
+#include <time.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
+#include <span>
 #include <string>
-
-#include <time.h>
-#include <unistd.h>
+#include <string_view>
+#include <vector>
 
 namespace {
+
+using plenzo::Value;
 
 std::string contentsOf(const char* path) {
     std::ifstream file(path, std::ios::binary);
@@ -43,40 +53,43 @@ double nanosecondsOf(Work work) {
     return processorNanoseconds() - start;
 }
 
-struct Measured {
-    double readNanoseconds = 1e18;
-    double writeNanoseconds = 1e18;
-};
+int writeRecords(std::size_t count, const char* path) {
+    const auto bytes = plenzo::writeBinaryPropertyList(plenzo::sampleRecords(count));
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    return file.good() ? 0 : 1;
+}
 
-void measureRound(std::span<const std::byte> file, Measured& best) {
-    std::optional<plenzo::Value> value;
-    const double read = nanosecondsOf([&] { value = plenzo::readBinaryPropertyList(file); });
-    std::vector<std::byte> written;
-    const double write = nanosecondsOf([&] { written = plenzo::writeBinaryPropertyList(*value); });
-    best.readNanoseconds = std::min(best.readNanoseconds, read);
-    best.writeNanoseconds = std::min(best.writeNanoseconds, write);
+int measure(const char* path) {
+    const std::string contents = contentsOf(path);
+    const auto file = std::as_bytes(std::span(contents));
+    const double residentBefore = residentBytes();
+    const auto kept = plenzo::readBinaryPropertyList(file);
+    const double resident = residentBytes() - residentBefore;
+    if (!kept || kept->array() == nullptr || kept->array()->empty())
+        return 1;
+
+    constexpr int rounds = 5;
+    double read = 1e18;
+    double write = 1e18;
+    for (int round = 0; round < rounds; ++round) {
+        std::optional<Value> value;
+        read = std::min(read, nanosecondsOf([&] { value = plenzo::readBinaryPropertyList(file); }));
+        write = std::min(write, nanosecondsOf([&] { plenzo::writeBinaryPropertyList(*value); }));
+    }
+    const auto count = static_cast<double>(kept->array()->size());
+    std::cout << read / count << ' ' << write / count << ' ' << resident / count << '\n';
+    return 0;
 }
 
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount < 2)
-        return 2;
-    const std::string contents = contentsOf(arguments[1]);
-    const auto file = std::as_bytes(std::span(contents));
-    const int rounds = argumentCount > 2 ? std::stoi(arguments[2]) : 5;
-
-    const double residentBefore = residentBytes();
-    auto value = plenzo::readBinaryPropertyList(file);
-    if (!value || value->array() == nullptr || value->array()->empty())
-        return 1;
-    const double resident = residentBytes() - residentBefore;
-    const auto recordCount = static_cast<double>(value->array()->size());
-
-    Measured best;
-    for (int round = 0; round < rounds; ++round)
-        measureRound(file, best);
-    std::cout << best.readNanoseconds / recordCount << ' ' << best.writeNanoseconds / recordCount
-              << ' ' << resident / recordCount << '\n';
-    return 0;
+    const std::string_view what = argumentCount > 1 ? arguments[1] : "";
+    if (what == "write" && argumentCount == 4)
+        return writeRecords(std::stoul(arguments[2]), arguments[3]);
+    if (what == "measure" && argumentCount == 3)
+        return measure(arguments[2]);
+    return 2;
 }

@@ -19,7 +19,7 @@ const void* sharedIdentity(const Value& value) {
 } // namespace
 
 bool Collections::takeUp(const Value& value) {
-    return referenceTo(value, 0).has_value() && m_deepest <= maximumDepth &&
+    return referenceTo(value, 0) != noReference && m_deepest <= maximumDepth &&
            m_collections.size() < collectionBit && m_scalars.offsets().size() < collectionBit;
 }
 
@@ -28,11 +28,11 @@ std::span<const std::uint32_t> Collections::referencesOf(const Collection& colle
     return std::span(m_references).subspan(collection.firstReference, perItem * collection.count);
 }
 
-std::optional<std::uint32_t> Collections::referenceTo(const Value& value, std::uint32_t depth) {
+std::uint32_t Collections::referenceTo(const Value& value, std::uint32_t depth) {
     switch (value.type()) {
     case ValueType::Nothing:
     case ValueType::Color:
-        return std::nullopt;
+        return noReference;
     case ValueType::Array:
     case ValueType::Dictionary:
         return referenceToCollection(value, depth + 1);
@@ -58,8 +58,7 @@ std::uint32_t Collections::referenceToKey(const Key& key) {
     return added.number;
 }
 
-std::optional<std::uint32_t> Collections::referenceToCollection(const Value& value,
-                                                                std::uint32_t depth) {
+std::uint32_t Collections::referenceToCollection(const Value& value, std::uint32_t depth) {
     const void* identity = sharedIdentity(value);
     if (identity == nullptr)
         return takeUpCollection(value, depth);
@@ -71,17 +70,16 @@ std::optional<std::uint32_t> Collections::referenceToCollection(const Value& val
     const std::uint64_t stepsBefore = m_steps;
     const std::uint32_t deepestBefore = std::exchange(m_deepest, depth);
     const auto reference = takeUpCollection(value, depth);
-    if (reference)
-        m_shared[identity] = {*reference, m_deepest - depth, m_steps - stepsBefore};
+    if (reference != noReference)
+        m_shared[identity] = {reference, m_deepest - depth, m_steps - stepsBefore};
     m_deepest = std::max(m_deepest, deepestBefore);
     return reference;
 }
 
-std::optional<std::uint32_t> Collections::takeUpCollection(const Value& value,
-                                                           std::uint32_t depth) {
+std::uint32_t Collections::takeUpCollection(const Value& value, std::uint32_t depth) {
     m_deepest = std::max(m_deepest, depth);
     if (depth > maximumDepth)
-        return std::nullopt;
+        return noReference;
     m_steps += 1;
     const std::size_t number = m_collections.size();
     const std::size_t firstCollected = m_collected.size();
@@ -99,17 +97,17 @@ std::optional<std::uint32_t> Collections::takeUpCollection(const Value& value,
 
 void Collections::collectElements(const Array& array, std::uint32_t depth) {
     for (const Value& element : array)
-        if (const auto reference = referenceTo(element, depth))
-            m_collected.push_back(*reference);
+        if (const std::uint32_t reference = referenceTo(element, depth); reference != noReference)
+            m_collected.push_back(reference);
 }
 
 void Collections::collectEntries(const Dictionary& dictionary, std::uint32_t depth) {
     for (const auto& [key, value] : dictionary) {
-        const auto reference = referenceTo(value, depth);
-        if (!reference)
+        const std::uint32_t reference = referenceTo(value, depth);
+        if (reference == noReference)
             continue;
         m_collected.push_back(referenceToKey(key));
-        m_collected.push_back(*reference);
+        m_collected.push_back(reference);
     }
 }
 

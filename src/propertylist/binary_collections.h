@@ -47,10 +47,13 @@ private:
         std::uint64_t steps;
     };
 
-    std::optional<std::uint32_t> referenceTo(const Value& value, std::uint32_t depth);
-    std::optional<std::uint32_t> referenceToCollection(const Value& value, std::uint32_t depth);
+    /// Stands for a value that is left out.
+    static constexpr std::uint32_t noReference = UINT32_MAX;
+
+    std::uint32_t referenceTo(const Value& value, std::uint32_t depth);
+    std::uint32_t referenceToCollection(const Value& value, std::uint32_t depth);
     std::uint32_t referenceToKey(const Key& key);
-    std::optional<std::uint32_t> takeUpCollection(const Value& value, std::uint32_t depth);
+    std::uint32_t takeUpCollection(const Value& value, std::uint32_t depth);
     void collectElements(const Array& array, std::uint32_t depth);
     void collectEntries(const Dictionary& dictionary, std::uint32_t depth);
     void endArray(Collection& collection, std::size_t firstCollected);

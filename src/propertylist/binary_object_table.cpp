@@ -52,14 +52,6 @@ bool ObjectTable::isSound() const {
            m_topObject < m_objectCount;
 }
 
-std::uint64_t ObjectTable::integerAt(const std::byte* place, std::size_t byteCount) {
-    // The trailer lies behind all objects, and so there are always eight bytes to load.
-    std::uint64_t word = 0;
-    for (int number = 0; number < 8; ++number)
-        word = word << 8 | std::to_integer<std::uint64_t>(place[number]);
-    return word >> (64 - 8 * byteCount);
-}
-
 const std::byte* ObjectTable::placeOf(std::size_t objectNumber) const {
     if (objectNumber >= m_objectCount)
         return nullptr;

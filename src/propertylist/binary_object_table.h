@@ -1,5 +1,6 @@
 #pragma once
 
+#include "propertylist/big_endian.h"
 #include "propertylist/binary_format.h"
 
 #include <cstddef>
@@ -36,8 +37,11 @@ public:
         return static_cast<std::size_t>(integerAt(place, m_referenceSize));
     }
 
-    /// An unsigned integer of 1 to 8 bytes at a place inside the objects.
-    static std::uint64_t integerAt(const std::byte* place, std::size_t byteCount);
+    /// An unsigned integer of 1 to 8 bytes at a place inside the objects. The trailer lies behind
+    /// them, and so there are always eight bytes to load.
+    static std::uint64_t integerAt(const std::byte* place, std::size_t byteCount) {
+        return loadBigEndian(place, byteCount);
+    }
 
 private:
     explicit ObjectTable(std::span<const std::byte> file);

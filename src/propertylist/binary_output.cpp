@@ -24,7 +24,7 @@ void Output::writeBytes(std::span<const std::byte> bytes) {
 }
 
 void Output::writeInteger(std::uint64_t number, std::size_t byteCount) {
-    putInteger(extend(byteCount), number, byteCount);
+    writeIntegers(1, byteCount, [number](std::size_t) { return number; });
 }
 
 void Output::writeMarker(Marker marker, std::uint64_t count) {

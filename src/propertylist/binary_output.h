@@ -1,5 +1,6 @@
 #pragma once
 
+#include "propertylist/big_endian.h"
 #include "propertylist/binary_format.h"
 
 #include <cstddef>
@@ -22,8 +23,14 @@ public:
     void truncate(std::size_t size) { m_bytes.resize(size); }
 
     void writeBytes(std::span<const std::byte> bytes);
-    /// Makes room for the caller to fill, until the next call.
-    std::byte* extend(std::size_t size);
+    /// So many integers of 1 to 8 bytes each, from a function of their number.
+    template <typename NumberAt>
+    void writeIntegers(std::size_t count, std::size_t byteCount, NumberAt numberAt) {
+        std::byte* place = extend(count * byteCount + slack);
+        for (std::size_t number = 0; number < count; ++number)
+            place = storeBigEndian(place, numberAt(number), byteCount);
+        truncate(m_bytes.size() - slack);
+    }
     /// The lowest 1 to 8 bytes.
     void writeInteger(std::uint64_t number, std::size_t byteCount);
     void writeByte(std::uint8_t byte) { m_bytes.push_back(static_cast<std::byte>(byte)); }
@@ -34,15 +41,14 @@ public:
     void writeIntegerObject(std::uint64_t number);
 
 private:
+    /// A store of eight bytes may reach so far behind a shorter integer.
+    static constexpr std::size_t slack = 7;
+
+    /// Makes room to be filled.
+    std::byte* extend(std::size_t size);
+
     std::vector<std::byte> m_bytes;
 };
-
-/// Writes the lowest 1 to 8 bytes to where there is room; gives the place behind them.
-inline std::byte* putInteger(std::byte* place, std::uint64_t number, std::size_t byteCount) {
-    for (std::size_t shift = 8 * byteCount; shift != 0; shift -= 8)
-        *place++ = static_cast<std::byte>(number >> (shift - 8));
-    return place;
-}
 
 /// The smallest of 1, 2, 4 and 8 bytes that the number fits in.
 std::size_t fittingSize(std::uint64_t number);

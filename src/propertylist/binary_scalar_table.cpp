@@ -20,23 +20,36 @@ std::uint32_t numberHash(std::span<const std::byte> bytes) {
 } // namespace
 
 ScalarTable::Added ScalarTable::add(const Value& value) {
+    if (const auto text = value.string())
+        return addText(*text);
     const std::size_t offset = m_output.size();
+    if (const auto data = value.data()) {
+        const std::uint32_t hash = hashAndPrepare(data->data(), data->size());
+        const std::size_t contentSize = writeScalar(m_output, value);
+        return {unique(offset, hash), stepsOfObject(contentSize)};
+    }
     const std::size_t contentSize = writeScalar(m_output, value);
-    const bool isShort = value.type() != ValueType::String && value.type() != ValueType::Data;
-    return {isShort ? uniqueAmongRecent(offset) : unique(offset), stepsOfObject(contentSize)};
+    return {uniqueAmongRecent(offset), stepsOfObject(contentSize)};
 }
 
 ScalarTable::Added ScalarTable::addText(std::string_view text) {
     const std::size_t offset = m_output.size();
+    const std::uint32_t hash = hashAndPrepare(text.data(), text.size());
     const std::size_t contentSize = writeText(m_output, text);
-    return {unique(offset), stepsOfObject(contentSize)};
+    return {unique(offset, hash), stepsOfObject(contentSize)};
 }
 
-std::uint32_t ScalarTable::unique(std::size_t offset) {
+std::uint32_t ScalarTable::hashAndPrepare(const void* bytes, std::size_t size) {
     if (2 * (m_offsets.size() + 1) > m_slots.size())
         growSlots();
+    const auto hash = static_cast<std::uint32_t>(keyedHash(bytes, size));
+    // In a large table the slot is far away; it comes while the object is written.
+    __builtin_prefetch(&m_slots[hash & (m_slots.size() - 1)]);
+    return hash;
+}
+
+std::uint32_t ScalarTable::unique(std::size_t offset, std::uint32_t hash) {
     const auto bytes = m_output.bytes().subspan(offset);
-    const auto hash = static_cast<std::uint32_t>(keyedHash(bytes.data(), bytes.size()));
     for (std::size_t place = hash & (m_slots.size() - 1); m_slots[place].number != freeNumber;
          place = (place + 1) & (m_slots.size() - 1)) {
         if (m_slots[place].hash != hash || !isTwin(m_slots[place].number, bytes))

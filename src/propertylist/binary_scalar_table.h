@@ -40,9 +40,10 @@ private:
     };
     static constexpr std::uint32_t freeNumber = UINT32_MAX;
 
+    std::uint32_t hashAndPrepare(const void* bytes, std::size_t size);
     /// The number of the object that begins at this offset and ends the output, or that of its
     /// earlier twin in its stead.
-    std::uint32_t unique(std::size_t offset);
+    std::uint32_t unique(std::size_t offset, std::uint32_t hash);
     std::uint32_t uniqueAmongRecent(std::size_t offset);
     std::uint32_t keep(std::size_t offset);
     bool isTwin(std::uint32_t number, std::span<const std::byte> bytes) const;

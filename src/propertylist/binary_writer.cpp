@@ -61,18 +61,17 @@ void Writer::writeCollections() {
                                                                       : Marker::Dictionary,
                              collection.count);
         const auto references = m_collections.referencesOf(collection);
-        std::byte* place = m_output.extend(references.size() * m_referenceSize);
-        for (std::uint32_t reference : references)
-            place = putInteger(place, objectNumber(reference), m_referenceSize);
+        m_output.writeIntegers(references.size(), m_referenceSize, [&](std::size_t number) {
+            return objectNumber(references[number]);
+        });
     }
 }
 
 void Writer::writeOffsets() {
-    std::byte* place = m_output.extend(objectCount() * m_offsetSize);
-    for (std::uint64_t offset : m_collectionOffsets)
-        place = putInteger(place, offset, m_offsetSize);
-    for (std::uint64_t offset : m_scalars.offsets())
-        place = putInteger(place, offset, m_offsetSize);
+    m_output.writeIntegers(m_collectionOffsets.size(), m_offsetSize,
+                           [&](std::size_t number) { return m_collectionOffsets[number]; });
+    m_output.writeIntegers(m_scalars.offsets().size(), m_offsetSize,
+                           [&](std::size_t number) { return m_scalars.offsets()[number]; });
 }
 
 void Writer::writeTrailer(std::uint64_t tableOffset) {
