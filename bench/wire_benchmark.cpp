@@ -2,6 +2,7 @@
 // received over a bus, are walked with the bus library without keeping anything, decoded, and read
 // from a sealed memory file. Prints the times a record and their ratios.
 
+#include "best_times.h"
 #include "linux/wire/message_access.h"
 #include "linux/wire/sealed_memory_file.h"
 #include "linux/wire/value_decoder.h"
@@ -13,13 +14,10 @@
 #include <benchmark/benchmark.h>
 #include <sdbus-c++/sdbus-c++.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace plenzo {
 namespace {
@@ -162,36 +160,11 @@ std::optional<Array> readFile(int descriptor) {
     return value && value->array() != nullptr ? std::optional(*value->array()) : std::nullopt;
 }
 
-/// Keeps the best time of each benchmark, the one that other programs disturbed least.
-class BestTimes : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.error_occurred) {
-                std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(),
-                             run.error_message.c_str());
-            } else if (run.run_type == Run::RT_Iteration) {
-                keepBest(run.run_name.function_name, run.GetAdjustedCPUTime());
-            }
-        }
-    }
-
-    /// 0 when the benchmark did not run.
-    double of(const std::string& name) const {
-        const auto best = m_best.find(name);
-        return best == m_best.end() ? 0 : best->second;
-    }
-
-private:
-    void keepBest(const std::string& name, double time) {
-        const auto [best, isFirst] = m_best.emplace(name, time);
-        best->second = std::min(best->second, time);
-    }
-
-    std::map<std::string, double> m_best;
-};
-
 void print(const char* what, double milliseconds, double walkMilliseconds) {
+    if (milliseconds == 0 || walkMilliseconds == 0) {
+        std::printf("%-28s did not run\n", what);
+        return;
+    }
     std::printf("%-28s %7.2f us a record   %5.2f x the walk\n", what,
                 milliseconds * 1000 / double(recordCount), milliseconds / walkMilliseconds);
 }
@@ -208,13 +181,6 @@ int main(int argc, char** argv) {
     if (!file) {
         return EXIT_FAILURE;
     }
-    // In turns, so that what disturbs one of them disturbs all.
-    std::string repetitions = "--benchmark_repetitions=9";
-    std::string inTurns = "--benchmark_enable_random_interleaving=true";
-    std::vector<char*> arguments(argv, argv + argc);
-    arguments.insert(arguments.begin() + 1, {repetitions.data(), inTurns.data()});
-    int argumentCount = static_cast<int>(arguments.size());
-    benchmark::Initialize(&argumentCount, arguments.data());
     const auto add = [](const char* name, auto function) {
         benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond);
     };
@@ -228,8 +194,7 @@ int main(int argc, char** argv) {
     add("file", [&](benchmark::State& state) {
         readRecords(state, records, [&] { return readFile(file->get()); });
     });
-    BestTimes times;
-    benchmark::RunSpecifiedBenchmarks(&times);
+    const BestTimes times = runInTurns(argc, argv, "9");
     print("walking, keeping nothing", times.of("walk"), times.of("walk"));
     print("decoding", times.of("decode"), times.of("walk"));
     print("file form", times.of("file"), times.of("walk"));
