@@ -1,7 +1,7 @@
 """Messages with values that no host would send. The agent lives, and takes the rest."""
 import unittest
 
-from gi.repository import GLib
+from gi.repository import Gio, GLib
 
 from support.agent import NAME, PATH, PROTOCOL, batch, call
 from support.system_test import SystemTest
@@ -96,6 +96,13 @@ class HostileValues(SystemTest):
         records = GLib.Variant.new_array(GLib.VariantType("a{sv}"), [record])
         self.link.call("AlarmsUpdated", GLib.Variant.new_tuple(records, GLib.Variant("b", False)))
         self.assertEqual(self.link.pending_uids(), ["twice"])
+
+    def test_in_the_other_byte_order_are_taken_too(self):
+        message = Gio.DBusMessage.new_method_call(NAME, PATH, PROTOCOL, "AlarmsUpdated")
+        message.set_body(batch([event("swapped", self.soon, data=b"bytes", numbers=[1, 2.0])]))
+        message.set_byte_order(Gio.DBusMessageByteOrder.BIG_ENDIAN)
+        self.link.connection.send_message(message, Gio.DBusSendMessageFlags.NONE)
+        self.assertEqual(self.link.pending_uids(), ["swapped"])
 
     def test_for_the_other_operations_are_borne(self):
         odd = values_of_every_type()
