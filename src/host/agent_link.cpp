@@ -44,7 +44,7 @@ void AgentLink::subscribe() {
     m_agent->finishRegistration();
 }
 
-void AgentLink::heard(const std::string& name) {
+void AgentLink::heard(const std::string& name) const {
     if (name == "PlenzoAlarm Launched") {
         m_listener.launched();
     } else if (name == "PlenzoAlarm Relaunch") {

@@ -41,7 +41,7 @@ public:
 
 private:
     void subscribe();
-    void heard(const std::string& name);
+    void heard(const std::string& name) const;
     sdbus::MethodCall oneWayCall(const char* operation);
     void sendVersion();
     void sendDictionary(const char* operation, const Dictionary& dictionary);

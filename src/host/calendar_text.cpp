@@ -18,7 +18,7 @@ std::string extensionText(icalcomponent* component, std::string_view name) {
     return {};
 }
 
-std::string firstOf(std::string first, const std::string& second) {
+std::string firstOf(const std::string& first, const std::string& second) {
     return first.empty() ? second : first;
 }
 

@@ -49,7 +49,7 @@ std::vector<std::string> rulesOf(icalcomponent* component, icalproperty_kind kin
 }
 
 std::optional<ExtraDate> extraDateOf(icalproperty* property, ZoneTable& zones) {
-    if (const auto period = periodOf(property, zones)) {
+    if (auto period = periodOf(property, zones)) {
         return period;
     }
     const auto start = timeOf(property, zones);

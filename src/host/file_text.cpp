@@ -1,5 +1,7 @@
 #include "host/file_text.h"
 
+#include "linux/wire/file_descriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,26 +15,8 @@ namespace {
 
 constexpr off_t largestFileBytes = off_t{256} * 1024 * 1024;
 
-/// A descriptor that is closed with the scope.
-class OpenFile {
-public:
-    explicit OpenFile(const std::string& path)
-        : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (m_descriptor >= 0) {
-            close(m_descriptor);
-        }
-    }
-    int descriptor() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-std::string whyNotReadable(const OpenFile& file, struct stat& status) {
-    if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0) {
+std::string whyNotReadable(const FileDescriptor& file, struct stat& status) {
+    if (!file.isOpen() || fstat(file.get(), &status) != 0) {
         return std::strerror(errno);
     }
     if (!S_ISREG(status.st_mode)) {
@@ -41,10 +25,10 @@ std::string whyNotReadable(const OpenFile& file, struct stat& status) {
     return status.st_size > largestFileBytes ? "is larger than 256 MiB" : "";
 }
 
-std::string readAll(const OpenFile& file, std::string& text) {
+std::string readAll(const FileDescriptor& file, std::string& text) {
     std::size_t length = 0;
     while (length < text.size()) {
-        const ssize_t count = read(file.descriptor(), text.data() + length, text.size() - length);
+        const ssize_t count = read(file.get(), text.data() + length, text.size() - length);
         if (count < 0 && errno != EINTR) {
             return std::strerror(errno);
         }
@@ -68,7 +52,7 @@ bool isWritable(const std::string& path, const struct stat& status) {
 FileText readFileText(const std::string& path) {
     FileText result;
     struct stat status {};
-    const OpenFile file(path);
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     result.error = whyNotReadable(file, status);
     if (result.error.empty()) {
         result.text.resize(static_cast<std::size_t>(status.st_size));

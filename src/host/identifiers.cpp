@@ -1,5 +1,6 @@
 #include "host/identifiers.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace plenzo {
@@ -53,10 +54,11 @@ std::uint64_t stableHash(std::string_view bytes) {
 std::string stableHashText(std::string_view bytes) {
     std::uint64_t hash = stableHash(bytes);
     std::string text(16, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit) {
-        *digit = hexadecimalDigits[hash & 15U];
+    for (char& digit : text) { // the last four bits first
+        digit = hexadecimalDigits[hash & 15U];
         hash >>= 4U;
     }
+    std::reverse(text.begin(), text.end());
     return text;
 }
 

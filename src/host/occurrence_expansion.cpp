@@ -2,6 +2,7 @@
 
 #include "host/date_marks.h"
 #include "host/item_length.h"
+#include "host/series_starts.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,12 +15,6 @@ namespace plenzo {
 namespace {
 
 constexpr std::int64_t daySeconds = 86400;
-
-/// A start that the series gives, and the end when a period of RDATE gives it one of its own.
-struct SeriesStart {
-    CalendarTime start;
-    const ExtraDate* period = nullptr;
-};
 
 const std::optional<CalendarTime>& firstTimeOf(const CalendarItem& item) {
     return item.start ? item.start : item.end;
@@ -74,9 +69,9 @@ private:
             return;
         }
         const DateMarks overridden = overrideMarks(*first);
-        const DateMarks excluded = exceptionMarks(master, *first);
-        for (const SeriesStart& instance : startsOf(master, *first)) {
-            if (!overridden.contains(instance.start) && !excluded.contains(instance.start)) {
+        for (const SeriesStart& instance :
+             seriesStarts(master, *first, spanFor(*first), m_window.systemZone, m_budget)) {
+            if (!overridden.contains(instance.start)) {
                 addInstance(master, instance);
             }
         }
@@ -90,54 +85,6 @@ private:
         return marks;
     }
 
-    DateMarks exceptionMarks(const CalendarItem& master, const CalendarTime& first) {
-        DateMarks marks(first, m_window.systemZone);
-        for (const CalendarTime& date : master.recurrence.exceptionDates) {
-            marks.add(date);
-        }
-        for (const cctz::civil_second& local : ruleTimes(master.recurrence.exceptionRules, first)) {
-            marks.add(movedTo(first, local));
-        }
-        return marks;
-    }
-
-    // By instant, so that a date that a rule and RDATE both give is one; a period keeps its length.
-    std::vector<SeriesStart> startsOf(const CalendarItem& master, const CalendarTime& first) {
-        std::map<SystemSeconds, SeriesStart> byInstant;
-        const auto insert = [&](const CalendarTime& start, const ExtraDate* period) {
-            SeriesStart& entry = byInstant[instantOf(start, m_window.systemZone)];
-            entry = {start, period == nullptr ? entry.period : period};
-        };
-        insert(first, nullptr);
-        for (const cctz::civil_second& local : ruleTimes(master.recurrence.rules, first)) {
-            insert(movedTo(first, local), nullptr);
-        }
-        const CivilSpan span = spanFor(first);
-        for (const ExtraDate& date : master.recurrence.extraDates) {
-            if (isInSpan(date.start, span)) {
-                insert(date.start, date.end || date.duration ? &date : nullptr);
-            }
-        }
-        std::vector<SeriesStart> starts;
-        for (auto& [instant, start] : byInstant) {
-            starts.push_back(std::move(start));
-        }
-        return starts;
-    }
-
-    std::vector<cctz::civil_second> ruleTimes(const std::vector<std::string>& rules,
-                                              const CalendarTime& first) {
-        std::vector<cctz::civil_second> all;
-        for (const std::string& text : rules) {
-            if (const auto rule = RecurrenceRule::fromText(text)) {
-                const auto times =
-                    rule->localTimes(first, spanFor(first), m_window.systemZone, m_budget);
-                all.insert(all.end(), times.begin(), times.end());
-            }
-        }
-        return all;
-    }
-
     // A day more at both ends: a window is one of instants, and zones differ by less than that.
     CivilSpan spanFor(const CalendarTime& first) const {
         const CalendarZone& zone = zoneOf(first, m_window.systemZone);
@@ -145,10 +92,6 @@ private:
         const std::int64_t shift = largestShiftSeconds();
         return {zone.localOf(m_window.from) - before - shift,
                 zone.localOf(m_window.to) + m_reach.afterSeconds + daySeconds + shift};
-    }
-
-    bool isInSpan(const CalendarTime& time, const CivilSpan& span) const {
-        return time.local >= span.from - daySeconds && time.local < span.to + daySeconds;
     }
 
     std::int64_t longestLengthSeconds() const {
@@ -210,9 +153,6 @@ private:
 
     SystemSeconds instantOf(const CalendarTime& time) const {
         return plenzo::instantOf(time, m_window.systemZone);
-    }
-    SystemSeconds instantOf(const CalendarTime& time, const CalendarZone& zone) const {
-        return plenzo::instantOf(time, zone);
     }
 
     SystemSeconds sortInstant(const Occurrence& occurrence) const {
