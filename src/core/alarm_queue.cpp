@@ -57,10 +57,40 @@ void AlarmQueue::sort() {
     if (added == m_entries.end()) {
         return;
     }
-    std::stable_sort(added, m_entries.end(), inOrder);
+    std::stable_sort(added, m_entries.end(), [](const Entry& left, const Entry& right) {
+        return left.fireDate < right.fireDate;
+    });
+    sortTies(added);
     // What comes before the first of the new ones stays where it is.
     const auto firstPlace = std::upper_bound(m_entries.begin(), added, *added, inOrder);
     std::inplace_merge(firstPlace, added, m_entries.end(), inOrder);
+}
+
+/// Alarms of one moment are many in a calendar of whole hours, so their records are read once each
+/// and not at every comparison.
+void AlarmQueue::sortTies(std::vector<Entry>::iterator begin) {
+    while (begin != m_entries.end()) {
+        const auto end = std::find_if(begin, m_entries.end(), [begin](const Entry& entry) {
+            return entry.fireDate != begin->fireDate;
+        });
+        if (end - begin > 1) {
+            sortOneMoment({begin, end});
+        }
+        begin = end;
+    }
+}
+
+void AlarmQueue::sortOneMoment(std::span<Entry> entries) const {
+    std::vector<std::pair<FireDateTie, Entry>> ties;
+    ties.reserve(entries.size());
+    for (Entry& entry : entries) {
+        const FireDateTie tie(*entry.alarm);
+        ties.emplace_back(tie, std::move(entry));
+    }
+    std::ranges::stable_sort(ties, [this](const auto& left, const auto& right) {
+        return std::is_lt(compare(left.first, right.first, m_titles));
+    });
+    std::ranges::transform(ties, entries.begin(), [](auto& tie) { return std::move(tie.second); });
 }
 
 void AlarmQueue::clear() {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace plenzo {
@@ -42,6 +43,8 @@ private:
     };
 
     [[nodiscard]] bool isBefore(const Entry& left, const Entry& right) const;
+    void sortTies(std::vector<Entry>::iterator begin);
+    void sortOneMoment(std::span<Entry> entries) const;
 
     const TitleOrder& m_titles;
     std::vector<Entry> m_entries;

@@ -50,13 +50,15 @@ std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
     if (const auto order = fireInstant(left) <=> fireInstant(right); std::is_neq(order)) {
         return order;
     }
-    if (const auto order = left.eventInteger(keys::type) <=> right.eventInteger(keys::type);
-        std::is_neq(order)) {
+    return compare(FireDateTie(left), FireDateTie(right), titles);
+}
+
+std::weak_ordering compare(const FireDateTie& left, const FireDateTie& right,
+                           const TitleOrder& titles) {
+    if (const auto order = left.eventType <=> right.eventType; std::is_neq(order)) {
         return order;
     }
-    if (const auto order =
-            titles.compare(left.eventText(keys::title), right.eventText(keys::title));
-        std::is_neq(order)) {
+    if (const auto order = titles.compare(left.title, right.title); std::is_neq(order)) {
         return order;
     }
     return left.fireDay <=> right.fireDay;

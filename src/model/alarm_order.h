@@ -4,7 +4,9 @@
 #include "model/title_order.h"
 
 #include <compare>
+#include <cstdint>
 #include <limits>
+#include <string_view>
 
 namespace plenzo {
 
@@ -19,6 +21,21 @@ namespace plenzo {
 /// The order of the alarm queue: the fire date, events before to-dos, the title, the day index.
 [[nodiscard]] std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
                                                  const TitleOrder& titles);
+
+/// What the order of the queue looks at when the fire dates are equal. Points into the record,
+/// which must not change meanwhile.
+struct FireDateTie {
+    explicit FireDateTie(const Alarm& alarm)
+        : eventType(alarm.eventInteger(keys::type)), title(alarm.eventText(keys::title)),
+          fireDay(alarm.fireDay) {}
+
+    std::int64_t eventType;
+    std::string_view title;
+    std::int64_t fireDay;
+};
+
+[[nodiscard]] std::weak_ordering compare(const FireDateTie& left, const FireDateTie& right,
+                                         const TitleOrder& titles);
 
 /// The alarm's fire date as both orders take it: NaN, which is before every other instant, when
 /// there is none.
