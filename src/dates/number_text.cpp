@@ -15,6 +15,7 @@ std::string stringFromInteger(std::int64_t number, const std::string& locale) {
     if (U_FAILURE(error) || format == nullptr) {
         return std::to_string(number);
     }
+    format->setGroupingUsed(false);
     icu::UnicodeString text;
     std::string utf8;
     return format->format(number, text).toUTF8String(utf8);

