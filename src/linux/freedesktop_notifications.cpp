@@ -69,8 +69,15 @@ void FreedesktopNotifications::subscribe() {
 
 /// A new server knows nothing of the old one's notifications, and may show text differently.
 void FreedesktopNotifications::forgetServer() {
+    ++m_serverNumber;
     m_delivered.clear();
+    m_onTheirWay = 0;
+    m_toBeClosedOnArrival = 0;
     m_bodyText.reset();
+    m_isAsking = false;
+    if (!m_waiting.empty()) {
+        askForCapabilities();
+    }
 }
 
 void FreedesktopNotifications::deliver(const UserNotification& notification) {
@@ -79,19 +86,23 @@ void FreedesktopNotifications::deliver(const UserNotification& notification) {
         return;
     }
     m_waiting.push_back(notification);
-    if (!std::exchange(m_isAsking, true)) {
+    if (!m_isAsking) {
         askForCapabilities();
     }
 }
 
 void FreedesktopNotifications::askForCapabilities() {
+    m_isAsking = true;
     try {
         m_server->callMethodAsync("GetCapabilities")
             .onInterface(serverInterface)
-            .uponReplyInvoke([this](const sdbus::Error* /*error*/,
-                                    const std::vector<std::string>& capabilities) {
-                noteCapabilities(capabilities);
-            });
+            .uponReplyInvoke(
+                [this, server = m_serverNumber](const sdbus::Error* /*error*/,
+                                                const std::vector<std::string>& capabilities) {
+                    if (server == m_serverNumber) {
+                        noteCapabilities(capabilities);
+                    }
+                });
         m_bus.sent();
     } catch (const sdbus::Error&) {
         noteCapabilities({});
@@ -120,8 +131,11 @@ void FreedesktopNotifications::notify(const UserNotification& notification) {
                            std::string("appointment-soon"), busText(notification.title),
                            busText(m_bodyText == BodyText::Markup ? escaped(body) : body),
                            std::vector<std::string>(), hints, neverExpires)
-            .uponReplyInvoke([this](const sdbus::Error* error, std::uint32_t identifier) {
-                noteAnswer(error == nullptr ? std::optional(identifier) : std::nullopt);
+            .uponReplyInvoke([this, server = m_serverNumber](const sdbus::Error* error,
+                                                             std::uint32_t identifier) {
+                if (server == m_serverNumber) {
+                    noteAnswer(error == nullptr ? std::optional(identifier) : std::nullopt);
+                }
             });
         ++m_onTheirWay;
         m_bus.sent();

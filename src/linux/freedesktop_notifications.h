@@ -36,6 +36,8 @@ private:
     void close(std::uint32_t identifier);
 
     BusOnMainLoop& m_bus;
+    /// Grows when a server comes or goes: answers of earlier ones count no more.
+    std::uint64_t m_serverNumber = 0;
     std::unique_ptr<sdbus::IProxy> m_server;
     sdbus::Slot m_ownerChanges;
     /// Unknown until the server of the moment has answered; until then deliveries wait.

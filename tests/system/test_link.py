@@ -88,6 +88,17 @@ class Operations(SystemTest):
                 self.assertEqual(self.link.call(method, values).unpack(), ())
         self.assertEqual(self.link.pending_uids(), ["there"])
 
+    def test_are_carried_out_for_callers_that_do_not_wait_and_are_gone(self):
+        for method in ("PendingAlarms", "Unknown"):
+            message = Gio.DBusMessage.new_method_call(NAME, PATH, INSPECTOR, method)
+            message.set_flags(Gio.DBusMessageFlags.NO_REPLY_EXPECTED)
+            for _ in range(10):
+                connection = self.session.connect()
+                connection.send_message(message.copy(), Gio.DBusSendMessageFlags.NONE)
+                connection.flush_sync(None)
+                connection.close_sync(None)
+        self.assertEqual(self.link.pending_uids(), ["there"])
+
     def test_come_from_several_hosts_at_once(self):
         others = [self.session.connect() for _ in range(20)]
         for number, connection in enumerate(others):

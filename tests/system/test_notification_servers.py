@@ -6,6 +6,7 @@ from gi.repository import GLib
 from support.notification_server import ConfusedServer, RefusingServer
 from support.notification_test import NOTIFYING, NotificationTest, soon
 from support.values import event
+from support.waiting import wait_until
 
 
 class AServer(NotificationTest):
@@ -44,6 +45,34 @@ class AServer(NotificationTest):
         self.wait_for("second")
         self.assertEqual(self.server.delivered[0].body.split("\n")[0], "<4>")
         self.assertEqual(first.summaries(), ["first"])
+
+    def test_that_was_replaced_is_not_heard_any_more(self):
+        self.start()
+        self.deliver("a", "b", "c")
+        self.server.hold_answers()
+        self.link.push([event("d", soon())])
+        self.wait_for("a", "b", "c", "d")
+        first, self.server = self.server, self.start_server(replaces_another=True)
+        self.deliver("e")
+        first.release_answers()
+        self.deliver("f")
+        self.link.call("PrepareToStop")
+        self.wait_until(lambda: len(self.server.closed) >= 2, "closed")
+        self.deliver("sentinel")
+        self.assertEqual((first.closed, self.server.closed), ([], [1, 2]))
+
+    def test_that_takes_over_from_one_that_never_answers_gets_what_was_held_up(self):
+        self.start("body-markup")
+        self.server.hold_answers()
+        self.link.push([event("a", soon(), location="<4>")])
+        self.wait_until(lambda: self.server.unanswered_methods() == ["GetCapabilities"], "asked")
+        first, self.server = self.server, self.start_server(replaces_another=True)
+        wait_until(lambda: self.server.delivered, "delivered", limit_seconds=10)
+        first.release_answers()
+        self.link.push([event("b", soon(), location="<5>")])
+        self.wait_for("a", "b")
+        self.assertEqual([delivered.body.split("\n")[0] for delivered in self.server.delivered],
+                         ["<4>", "<5>"])
 
     def test_that_never_answers_does_not_hold_the_agent(self):
         self.start()
