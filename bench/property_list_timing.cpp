@@ -5,14 +5,16 @@
 //                                           rounds; prints the best round's processor nanoseconds a
 //                                           record for reading and for writing, and how many bytes
 //                                           a record the resident memory grew by when it was read
+//   property_list_timing build COUNT        prints how many bytes a record the resident memory
+//                                           grows by when records are made that share nothing
 
 #include "propertylist/binary_property_list.h"
 #include "support/sample_records.h"
 
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <ctime>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -83,6 +85,13 @@ int measure(const char* path) {
     return 0;
 }
 
+int build(std::size_t count) {
+    const double residentBefore = residentBytes();
+    const plenzo::Array records = plenzo::sampleRecords(count);
+    std::cout << (residentBytes() - residentBefore) / static_cast<double>(records.size()) << '\n';
+    return 0;
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -91,5 +100,7 @@ int main(int argumentCount, char** arguments) {
         return writeRecords(std::stoul(arguments[2]), arguments[3]);
     if (what == "measure" && argumentCount == 3)
         return measure(arguments[2]);
+    if (what == "build" && argumentCount == 3)
+        return build(std::stoul(arguments[2]));
     return 2;
 }

@@ -32,8 +32,6 @@ public:
 
     std::size_t size() const { return m_block ? m_block->size : 0; }
     bool empty() const { return size() == 0; }
-    /// Whether another handle has the same block.
-    bool isShared() const { return m_block != nullptr && m_block->isShared(); }
     /// Nothing when the index is beyond the end.
     const Value& operator[](std::size_t index) const;
     const Value* begin() const { return m_block ? m_block->elements<Value>() : nullptr; }

@@ -7,13 +7,11 @@ namespace plenzo::binary {
 
 namespace {
 
-/// The collection's first element, which it shares with those it shares everything with; null when
-/// nothing shares it.
+/// What a value shares with others; null when it shares nothing or is found as fast by its bytes.
 const void* sharedIdentity(const Value& value) {
-    if (const Array* array = value.array())
-        return array->isShared() ? array->begin() : nullptr;
-    const Dictionary* dictionary = value.dictionary();
-    return dictionary->isShared() ? dictionary->begin() : nullptr;
+    constexpr std::size_t shortSize = 64;
+    const auto text = value.string();
+    return text && text->size() <= shortSize ? nullptr : value.sharedContent();
 }
 
 } // namespace
@@ -29,13 +27,31 @@ std::span<const std::uint32_t> Collections::referencesOf(const Collection& colle
 }
 
 std::uint32_t Collections::referenceTo(const Value& value, std::uint32_t depth) {
+    const void* identity = sharedIdentity(value);
+    if (identity == nullptr)
+        return takeUpNew(value, depth);
+    if (auto found = m_shared.find(identity); found != m_shared.end()) {
+        m_deepest = std::max(m_deepest, depth + found->second.height);
+        m_steps += found->second.steps;
+        return found->second.reference;
+    }
+    const std::uint64_t stepsBefore = m_steps;
+    const std::uint32_t deepestBefore = std::exchange(m_deepest, depth);
+    const std::uint32_t reference = takeUpNew(value, depth);
+    if (reference != noReference)
+        m_shared[identity] = {reference, m_deepest - depth, m_steps - stepsBefore};
+    m_deepest = std::max(m_deepest, deepestBefore);
+    return reference;
+}
+
+std::uint32_t Collections::takeUpNew(const Value& value, std::uint32_t depth) {
     switch (value.type()) {
     case ValueType::Nothing:
     case ValueType::Color:
         return noReference;
     case ValueType::Array:
     case ValueType::Dictionary:
-        return referenceToCollection(value, depth + 1);
+        return takeUpCollection(value, depth + 1);
     default:
         break;
     }
@@ -56,24 +72,6 @@ std::uint32_t Collections::referenceToKey(const Key& key) {
     }
     m_steps += added.steps;
     return added.number;
-}
-
-std::uint32_t Collections::referenceToCollection(const Value& value, std::uint32_t depth) {
-    const void* identity = sharedIdentity(value);
-    if (identity == nullptr)
-        return takeUpCollection(value, depth);
-    if (auto found = m_shared.find(identity); found != m_shared.end()) {
-        m_deepest = std::max(m_deepest, depth + found->second.height);
-        m_steps += found->second.steps;
-        return found->second.reference;
-    }
-    const std::uint64_t stepsBefore = m_steps;
-    const std::uint32_t deepestBefore = std::exchange(m_deepest, depth);
-    const auto reference = takeUpCollection(value, depth);
-    if (reference != noReference)
-        m_shared[identity] = {reference, m_deepest - depth, m_steps - stepsBefore};
-    m_deepest = std::max(m_deepest, deepestBefore);
-    return reference;
 }
 
 std::uint32_t Collections::takeUpCollection(const Value& value, std::uint32_t depth) {

@@ -14,7 +14,7 @@
 namespace plenzo::binary {
 
 /// What a value to be written comes to: its collections as lists of references, its scalars in a
-/// table. Each shared collection is taken up once.
+/// table. What several places share, but for short strings, is taken up once.
 class Collections {
 public:
     /// References to scalars and to collections are told apart by the upper bit, as the objects
@@ -40,7 +40,7 @@ public:
     std::uint64_t steps() const { return m_steps; }
 
 private:
-    /// A collection that several places share, as it was taken up the first time.
+    /// A value that several places share, as it was taken up the first time.
     struct Shared {
         std::uint32_t reference;
         std::uint32_t height;
@@ -51,7 +51,7 @@ private:
     static constexpr std::uint32_t noReference = UINT32_MAX;
 
     std::uint32_t referenceTo(const Value& value, std::uint32_t depth);
-    std::uint32_t referenceToCollection(const Value& value, std::uint32_t depth);
+    std::uint32_t takeUpNew(const Value& value, std::uint32_t depth);
     std::uint32_t referenceToKey(const Key& key);
     std::uint32_t takeUpCollection(const Value& value, std::uint32_t depth);
     void collectElements(const Array& array, std::uint32_t depth);

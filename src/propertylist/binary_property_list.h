@@ -21,9 +21,10 @@ namespace plenzo {
 /// a key, or 64 bytes of text or data). Memory stays within a small multiple of the file's size.
 std::optional<Value> readBinaryPropertyList(std::span<const std::byte> bytes);
 
-/// Writes what `readBinaryPropertyList` reads. Equal strings, numbers, dates and data are written
-/// once, and so are shared arrays and dictionaries. Text goes as ASCII or UTF-16; bytes that are
-/// not UTF-8 become U+FFFD. Entries and elements that are a colour or Nothing are left out.
+/// Writes what `readBinaryPropertyList` reads. What values share is written once, and so are equal
+/// strings, numbers, dates and data that follow each other within some ten thousands. Text goes as
+/// ASCII or UTF-16; bytes that are not UTF-8 become U+FFFD. Entries and elements that are a colour
+/// or Nothing are left out.
 ///
 /// Empty when the value itself is a colour or Nothing, or when the reader would refuse the file
 /// because it nests or unfolds too far.

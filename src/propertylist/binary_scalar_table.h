@@ -1,9 +1,9 @@
 #pragma once
 
 #include "propertylist/binary_output.h"
+#include "propertylist/binary_recent_objects.h"
 #include "propertylist/value.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -13,8 +13,7 @@
 namespace plenzo::binary {
 
 /// The objects of a file that hold no others: what is added lands in the output, and goes again
-/// when the same bytes are there already. Texts and data are there once; numbers and dates, which
-/// are as short as the search for them is long, are looked for among the recent ones only.
+/// when the same bytes are among the recent objects.
 class ScalarTable {
 public:
     struct Added {
@@ -34,26 +33,15 @@ public:
     std::span<const std::uint64_t> offsets() const { return m_offsets; }
 
 private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = freeNumber;
-    };
-    static constexpr std::uint32_t freeNumber = UINT32_MAX;
-
-    std::uint32_t hashAndPrepare(const void* bytes, std::size_t size);
     /// The number of the object that begins at this offset and ends the output, or that of its
     /// earlier twin in its stead.
-    std::uint32_t unique(std::size_t offset, std::uint32_t hash);
-    std::uint32_t uniqueAmongRecent(std::size_t offset);
-    std::uint32_t keep(std::size_t offset);
-    bool isTwin(std::uint32_t number, std::span<const std::byte> bytes) const;
-    void growSlots();
-    void put(Slot slot);
+    std::uint32_t unique(std::size_t offset, RecentObjects& recent);
 
     Output& m_output;
     std::vector<std::uint64_t> m_offsets;
-    std::vector<Slot> m_slots;
-    std::array<Slot, 2048> m_recent;
+    RecentObjects m_recentTexts{1 << 17};
+    /// Apart, as most dates never recur.
+    RecentObjects m_recentNumbers{1 << 11};
 };
 
 } // namespace plenzo::binary

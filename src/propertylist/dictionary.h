@@ -43,8 +43,6 @@ public:
 
     std::size_t size() const { return m_block ? m_block->size : 0; }
     bool empty() const { return size() == 0; }
-    /// Whether another handle has the same block.
-    bool isShared() const { return m_block != nullptr && m_block->isShared(); }
     const Entry* begin() const { return m_block ? m_block->elements<Entry>() : nullptr; }
     const Entry* end() const { return begin() + size(); }
 

@@ -83,6 +83,12 @@ public:
     Array* mutableArray();
     Dictionary* mutableDictionary();
 
+    /// Stands for what this value and others share, for as long as they do; null when it shares
+    /// nothing, as a short string or a number never does.
+    const void* sharedContent() const {
+        return holdsBlock() && block() != nullptr && block()->isShared() ? block() : nullptr;
+    }
+
     /// Numbers are equal by their exact worth, 1 and 1.0 too, and NaN equals NaN; a boolean is no
     /// number. Dictionaries are equal regardless of order.
     friend bool operator==(const Value& left, const Value& right);

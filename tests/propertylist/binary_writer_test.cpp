@@ -67,6 +67,20 @@ TEST(AWrittenPropertyList, HasEqualTextsAndSharedCollectionsOnce) {
               (*value->array())[4].dictionary()->begin());
 }
 
+TEST(AWrittenPropertyList, HasASharedTextOnceHoweverFarApartItsPlacesAre) {
+    constexpr int count = 300'000;
+    const Value text = std::string(1'000, 'x');
+    Array array{text};
+    for (int number = 0; number < count; ++number)
+        array.append(std::to_string(number));
+    array.append(text);
+    const std::string written = writeFile(array);
+    const std::size_t first = written.find(*text.string());
+    EXPECT_NE(first, std::string::npos);
+    EXPECT_EQ(written.find(*text.string(), first + 1), std::string::npos);
+    EXPECT_TRUE(readFile(written) == Value(array));
+}
+
 TEST(AWrittenPropertyList, ReadsBackAtEverySizeOfReferencesAndOffsets) {
     for (int count : {254, 255, 256, 257, 65534, 65535, 65536, 65537}) {
         Array array;
