@@ -1,4 +1,5 @@
 """Batches of the size that the link is made for: every alarm is queued, in its place."""
+import os
 import unittest
 
 from gi.repository import GLib
@@ -7,6 +8,9 @@ from support.large_batches import LargeBatch, row_of
 from support.memory_files import sealed_file
 from support.system_test import SystemTest
 from support.values import deletion_notice, event, in_seconds
+
+# The sanitizers take their time, so a build with them gets a part of the records.
+DIVISOR = int(os.environ.get("PLENZO_BATCH_DIVISOR", "1"))
 
 
 class LargeBatches(SystemTest):
@@ -24,16 +28,16 @@ class LargeBatches(SystemTest):
         rows = self.link.pending_rows()
         return [row_of(rows.get_child_value(position)) for position in range(rows.n_children())]
 
-    def test_of_100000_records_come_in_a_file(self):
+    def test_come_in_a_file(self):
         self.start_agent()
-        large = LargeBatch(100_000)
+        large = LargeBatch(100_000 // DIVISOR)
         with sealed_file(large.as_property_list()) as file:
             self.link.push_file(file.fileno())
         self.assert_queue_is_complete(large)
 
-    def test_of_90000_records_come_in_one_message(self):
+    def test_come_in_one_message(self):
         self.start_agent()
-        large = LargeBatch(90_000)
+        large = LargeBatch(90_000 // DIVISOR)
         self.push(large)
         self.assert_queue_is_complete(large)
 
