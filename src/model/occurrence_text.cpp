@@ -8,13 +8,14 @@ namespace plenzo {
 
 namespace {
 
-/// "end" minus "date" in seconds, 0 when either is absent.
+/// "end" minus "date" in seconds, 0 when either is absent or has no calendar fields.
 double durationSeconds(const Dictionary& eventDict) {
     const auto start = eventDict.dateForKey(keys::date);
     const auto end = eventDict.dateForKey(keys::end);
-    const double seconds =
-        start && end ? end->secondsSinceReferenceDate - start->secondsSinceReferenceDate : 0;
-    return seconds - seconds == 0 ? seconds : 0;
+    if (!start || !end || !Instant(*start).isReadable() || !Instant(*end).isReadable()) {
+        return 0;
+    }
+    return Instant(*end) - Instant(*start);
 }
 
 CalendarDate startOf(const Alarm& alarm, const AlarmContext& context) {

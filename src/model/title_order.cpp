@@ -4,6 +4,11 @@
 #include <unicode/locid.h>
 #include <unicode/stringpiece.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
 namespace plenzo {
 
 struct TitleOrder::Collator {
@@ -11,6 +16,9 @@ struct TitleOrder::Collator {
 };
 
 namespace {
+
+/// ICU counts bytes in 32 bits with a sign; what is beyond does not count.
+constexpr std::size_t longestTitleBytes = std::numeric_limits<std::int32_t>::max();
 
 std::unique_ptr<icu::Collator> collatorFor(const icu::Locale& locale) {
     UErrorCode status = U_ZERO_ERROR;
@@ -39,7 +47,8 @@ std::weak_ordering TitleOrder::compare(std::string_view left, std::string_view r
     }
     UErrorCode status = U_ZERO_ERROR;
     const auto piece = [](std::string_view text) {
-        return icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size()));
+        const auto length = std::min(text.size(), longestTitleBytes);
+        return icu::StringPiece(text.data(), static_cast<std::int32_t>(length));
     };
     const auto result = m_collator->collator->compareUTF8(piece(left), piece(right), status);
     return result <=> 0;

@@ -13,10 +13,13 @@ namespace plenzo {
 namespace {
 
 struct Properties {
-    std::optional<double> fireSeconds;
-    int type = 0;
-    std::string title = {};
     std::int64_t fireDay = 0;
+    bool holiday = false;
+    int type = 0;
+    bool allDay = false;
+    std::optional<double> fireSeconds = {};
+    int priority = 0;
+    std::string title = {};
 };
 
 Alarm alarm(const Properties& properties) {
@@ -24,31 +27,86 @@ Alarm alarm(const Properties& properties) {
     if (properties.fireSeconds) {
         result.fireDate = CalendarDate(Instant(*properties.fireSeconds));
     }
-    result.eventDict = std::make_shared<Dictionary>(
-        Dictionary{{keys::type, properties.type}, {keys::title, properties.title}});
+    result.eventDict =
+        std::make_shared<Dictionary>(Dictionary{{keys::type, properties.type},
+                                                {keys::title, properties.title},
+                                                {keys::holiday, properties.holiday},
+                                                {keys::allDay, properties.allDay},
+                                                {keys::priority, properties.priority}});
     result.fireDay = properties.fireDay;
     return result;
 }
 
-TEST(TheQueueOrder, GoesByDateTypeTitleAndDay) {
-    const TitleOrder titles("en_US");
-    const std::vector<Alarm> ascending{
-        alarm({.fireSeconds = std::nullopt}),
-        alarm({.fireSeconds = 0, .type = 9, .title = "z"}),
-        alarm({.fireSeconds = 0.5, .type = 0, .title = "b", .fireDay = 7}),
-        alarm({.fireSeconds = 0.5, .type = 1, .title = ""}),
-        alarm({.fireSeconds = 0.5, .type = 1, .title = "apple"}),
-        alarm({.fireSeconds = 0.5, .type = 1, .title = "Éclair"}),
-        alarm({.fireSeconds = 0.5, .type = 1, .title = "Zebra", .fireDay = -1}),
-        alarm({.fireSeconds = 0.5, .type = 1, .title = "zebra", .fireDay = 0}),
-        alarm({.fireSeconds = 1, .type = 0}),
-    };
-    for (std::size_t left = 0; left < ascending.size(); ++left) {
-        for (std::size_t right = 0; right < ascending.size(); ++right) {
-            EXPECT_EQ(compareFireDate(ascending[left], ascending[right], titles), left <=> right)
-                << left << " and " << right;
+class TwoOrders : public testing::Test {
+protected:
+    using Order = std::weak_ordering(const Alarm&, const Alarm&, const TitleOrder&);
+
+    void expectAscending(const std::vector<Alarm>& alarms, Order order) const {
+        for (std::size_t left = 0; left < alarms.size(); ++left) {
+            for (std::size_t right = 0; right < alarms.size(); ++right) {
+                EXPECT_EQ(order(alarms[left], alarms[right], titles), left <=> right)
+                    << left << " and " << right;
+            }
         }
     }
+    void expectEqual(const Properties& left, const Properties& right, Order order) const {
+        EXPECT_TRUE(std::is_eq(order(alarm(left), alarm(right), titles)));
+    }
+
+    const TitleOrder titles{"en_US"};
+};
+
+using TheQueueOrder = TwoOrders;
+
+TEST_F(TheQueueOrder, GoesByDateTypeTitleAndDay) {
+    expectAscending(
+        {
+            alarm({.fireDay = 9, .type = 9, .fireSeconds = std::nullopt, .title = "z"}),
+            alarm({.type = 9, .fireSeconds = 0, .title = "z"}),
+            alarm({.fireDay = 7, .type = 0, .fireSeconds = 0.5, .title = "b"}),
+            alarm({.type = 1, .fireSeconds = 0.5, .title = ""}),
+            alarm({.type = 1, .fireSeconds = 0.5, .title = "apple"}),
+            alarm({.type = 1, .fireSeconds = 0.5, .title = "Éclair"}),
+            alarm({.fireDay = -1, .type = 1, .fireSeconds = 0.5, .title = "Zebra"}),
+            alarm({.fireDay = 0, .type = 1, .fireSeconds = 0.5, .title = "zebra"}),
+            alarm({.type = 0, .fireSeconds = 1}),
+        },
+        compareFireDate);
+}
+
+TEST_F(TheQueueOrder, SeesNoHolidaysDaysAndPriorities) {
+    expectEqual({.holiday = true, .allDay = true, .priority = 1}, {.priority = 9}, compareFireDate);
+}
+
+using TheDisplayOrder = TwoOrders;
+
+TEST_F(TheDisplayOrder, GoesByDayHolidayTypeAllDayDatePriorityAndTitle) {
+    expectAscending(
+        {
+            alarm({.fireDay = -1, .type = 1, .fireSeconds = 9, .priority = 9, .title = "z"}),
+            alarm({.holiday = true, .type = 1, .fireSeconds = 9, .title = "z"}),
+            alarm({.type = 0, .allDay = true, .fireSeconds = 9, .title = "z"}),
+            alarm({.type = 0, .fireSeconds = 9, .title = "z"}),
+            alarm({.type = 1, .allDay = true, .fireSeconds = 5, .title = "z"}),
+            alarm({.type = 1, .fireSeconds = std::nullopt, .title = "z"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 1, .title = "z"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 9, .title = "y"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 99, .title = "x"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 0, .title = "Apple"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 100, .title = "banana"}),
+            alarm({.type = 1, .fireSeconds = 1, .priority = 101, .title = ""}),
+            alarm({.type = 1, .fireSeconds = 1.5, .priority = 1, .title = ""}),
+            alarm({.fireDay = 1, .holiday = true, .fireSeconds = 0}),
+        },
+        compare);
+}
+
+TEST_F(TheDisplayOrder, TakesNoPriorityForTheLowestAndMissingKeysForNone) {
+    expectEqual({.priority = 0}, {.priority = 100}, compare);
+    expectEqual({.title = "Zoe"}, {.title = "zoe"}, compare);
+    const Alarm heading = alarmHeaderFromString("Today");
+    EXPECT_TRUE(std::is_eq(compare(heading, alarm({}), titles)));
+    EXPECT_TRUE(std::is_eq(compareFireDate(heading, alarm({}), titles)));
 }
 
 TEST(TheOrderOfTitles, IsThatOfTheLanguageRegardlessOfCase) {

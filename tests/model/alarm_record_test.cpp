@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -122,6 +123,10 @@ TEST_F(TheDateRangeOfAnAlarm, IsOneTextWhenItIsOneMomentOrOneDay) {
     EXPECT_EQ(range(utc(2026, 3, 12, 12), 86399, true), "Thursday, March 12, 2026");
     EXPECT_EQ(range(std::nullopt, 0), "Sunday, March 1, 2026 at 8:00 AM CET")
         << "an undated item has the date of its alarm";
+    for (const double seconds : {1e300, -1e300, std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_EQ(range(nine, seconds), range(nine, 0)) << "an end beyond all years: " << seconds;
+    }
 }
 
 TEST_F(TheDateRangeOfAnAlarm, NamesTheZoneAfterTheEndAndTheDateOfAnotherDay) {
