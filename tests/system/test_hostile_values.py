@@ -63,7 +63,8 @@ class HostileValues(SystemTest):
         records = [event("good", self.soon)]
         for date in odd:
             records += [event("date", date), event("all day", date, allDay=True),
-                        event("floating", date, floating=True), event("abs", date, absolute_reminder("r", date)),
+                        event("floating", date, floating=True),
+                        event("abs", date, absolute_reminder("r", date)),
                         event("done", self.soon, completionDate=date),
                         event("rel", self.soon, reminder("r", date.seconds))]
         self.link.push(records)
@@ -75,8 +76,9 @@ class HostileValues(SystemTest):
 
     def test_of_dates_in_what_is_not_asked_for_change_nothing(self):
         odd = [Date(seconds) for seconds in (NOT_A_NUMBER, INFINITE, ABSURD, -ABSURD)]
-        self.link.push([event(f"e{number}", self.soon, reminder("r", ack=date if number % 2 else Date(-ABSURD)),
-                              end=date) for number, date in enumerate(odd)])
+        acknowledged = [date if number % 2 else Date(-ABSURD) for number, date in enumerate(odd)]
+        self.link.push([event(f"e{number}", self.soon, reminder("r", ack=acknowledged[number]), end=date)
+                        for number, date in enumerate(odd)])
         self.assertEqual([row["fireDate"][0] for row in self.link.pending()
                           if row["uid"] in ("e0", "e2")], [self.soon.seconds] * 2)
         self.assert_it_lives()
@@ -106,7 +108,8 @@ class HostileValues(SystemTest):
 
     def test_for_the_other_operations_are_borne(self):
         odd = values_of_every_type()
-        nested = [{"children": [{"children": value, "uid": value, "colInt": value}]} for value in odd.values()]
+        nested = [{"children": [{"children": value, "uid": value, "colInt": value}]}
+                  for value in odd.values()]
         for arguments in (odd, {"children": nested}, {"alarmsOmitCalendars": [1, {}]}, {"": ""}):
             self.link.call("WeatherUpdated", GLib.Variant.new_tuple(dictionary(arguments)))
             self.link.call("SourceListUpdated", GLib.Variant.new_tuple(dictionaries([arguments, *nested])))

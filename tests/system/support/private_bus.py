@@ -1,6 +1,7 @@
 """A session of the test's own: folders, environment and message bus that nobody else knows of."""
 import os
 import pathlib
+import shutil
 import subprocess
 import tempfile
 
@@ -71,9 +72,8 @@ class PrivateSession:
         return bus
 
     def offer_activation(self):
-        """From now on the bus starts the agent for whoever calls it."""
-        service = self.folder / "services" / "org.plenzo.PlenzoAlarm.service"
-        service.write_text(f"[D-BUS Service]\nName=org.plenzo.PlenzoAlarm\nExec={program()}\n")
+        """From now on the bus starts the agent for whoever calls it, by the program's own file."""
+        shutil.copy(os.environ["PLENZO_SERVICE_FILE"], self.folder / "services")
         bus = self.connect()
         bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                       "ReloadConfig", None, None, Gio.DBusCallFlags.NONE, -1, None)
