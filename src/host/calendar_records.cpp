@@ -11,8 +11,8 @@ namespace plenzo {
 
 namespace {
 
-constexpr std::int64_t stepsOfCalendar = 3'000'000;
-constexpr std::int64_t stepsOfSeries = 1'000'000;
+constexpr std::int64_t stepsOfCalendar = 1'000'000;
+constexpr std::int64_t stepsOfSeries = 400'000;
 constexpr std::int64_t timesOfCalendar = 30'000;
 constexpr std::int64_t timesOfItem = 100;
 constexpr std::int64_t timesOfSeries = 10'000;

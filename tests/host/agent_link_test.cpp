@@ -10,7 +10,6 @@
 #include <vector>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace plenzo {
 
@@ -67,7 +66,8 @@ public:
     bool areAllOneWay = true;
 
 private:
-    void on(const char* name, const char* signature, std::function<void(sdbus::MethodCall&)> read) {
+    void on(const char* name, const char* signature,
+            const std::function<void(sdbus::MethodCall&)>& read) {
         m_object->registerMethod(protocolInterface, name, signature, "",
                                  [this, read](sdbus::MethodCall call) {
                                      areAllOneWay = areAllOneWay && call.doesntExpectReply();

@@ -6,7 +6,6 @@
 #include <set>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 namespace plenzo {

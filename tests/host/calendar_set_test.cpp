@@ -10,7 +10,6 @@
 #include <fstream>
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 namespace plenzo {

@@ -33,7 +33,10 @@ TEST(ADamagedComponent, CostsOnlyItselfAndIsNamedWithItsLine) {
         "BEGIN:VEVENT\nUID:bad\nRECURRENCE-ID:x\nDTSTART:20260310\nEND:VEVENT\n",
         std::string("BEGIN:VEVENT\nUID:bad\nSUMMARY:a\0b\nEND:VEVENT\n", 44)};
     for (const std::string& damage : damages) {
-        const CalendarText text = readCalendarText(fileAround(good + damage + good));
+        std::string components = good;
+        components += damage;
+        components += good;
+        const CalendarText text = readCalendarText(fileAround(components));
         EXPECT_THAT(uidsOf(text), ElementsAre("good", "good")) << damage;
         ASSERT_FALSE(text.problems.empty()) << damage;
         EXPECT_EQ(text.problems.front().line, 7) << damage;

@@ -61,7 +61,7 @@ TEST(AnEmbeddedZone, AgreesWithTheDatabaseThroughEveryChange) {
             const cctz::civil_second begin(year, month, 24);
             for (int step = 0; step < 8 * 48; ++step) {
                 for (const int seconds : {0, 1, 1799}) {
-                    const cctz::civil_second local = begin + step * 1800 + seconds;
+                    const cctz::civil_second local = begin + step * std::int64_t{1800} + seconds;
                     ASSERT_EQ(own.instantOf(local), system.instantOf(local)) << local;
                     ASSERT_EQ(own.localOf(own.instantOf(local)),
                               system.localOf(system.instantOf(local)))
