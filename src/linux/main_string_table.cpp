@@ -30,8 +30,9 @@ std::string wantedLanguages() {
 MainStringTable::MainStringTable(const std::string& resourceFolder,
                                  const std::vector<std::string>& languages) {
     for (const std::string& language : languages) {
-        const auto bytes =
-            readWholeFile(resourceFolder + "/" + language + ".lproj/Localizable.strings");
+        std::string path = resourceFolder;
+        path.append("/").append(language).append(".lproj/Localizable.strings");
+        const auto bytes = readWholeFile(path);
         if (bytes) {
             m_table = StringTable::fromBytes(*bytes);
             return;
