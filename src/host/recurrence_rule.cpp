@@ -43,18 +43,7 @@ std::int64_t timeOfDay(const cctz::civil_second& local) {
 }
 
 std::int64_t periodDays(icalrecurrencetype_frequency frequency) {
-    switch (frequency) {
-    case ICAL_YEARLY_RECURRENCE:
-        return 365;
-    case ICAL_MONTHLY_RECURRENCE:
-        return 28;
-    default:
-        return 7;
-    }
-}
-
-bool goesByMonths(const icalrecurrencetype& parts) {
-    return parts.freq == ICAL_YEARLY_RECURRENCE || parts.freq == ICAL_MONTHLY_RECURRENCE;
+    return frequency == ICAL_YEARLY_RECURRENCE ? 365 : 28;
 }
 
 /// Without BYMONTH a BYMONTHDAY of a yearly rule means the day of every month (RFC 5545, 3.3.10);
@@ -71,16 +60,13 @@ void spellOutMonths(icalrecurrencetype& parts) {
     }
 }
 
-/// Steps over weeks, months or years with the library's iterator.
+/// Steps over months or years with the library's iterator.
 class RuleWalk {
 public:
     RuleWalk(icalrecurrencetype parts, const CalendarTime& start, const CivilSpan& span)
-        : m_span(span), m_start(start.local), m_periodDays(periodDays(parts.freq)),
-          m_showsBarrenness(goesByMonths(parts)) {
-        // UNTIL keeps the library from looking for the next time beyond the span. A rule by months
-        // does not look so far, and goes without, to show whether it has a next time at all.
+        : m_span(span), m_start(start.local), m_periodDays(periodDays(parts.freq)) {
         spellOutMonths(parts);
-        parts.until = m_showsBarrenness ? icaltime_null_time() : libraryTime(span.to, start.form);
+        parts.until = icaltime_null_time(); // the span ends no later, and it shows a barren rule
         m_iterator.reset(icalrecur_iterator_new(parts, libraryTime(start.local, start.form)));
         if (m_iterator && parts.count == 0 && span.from > start.local) {
             m_start = addDays(
@@ -105,7 +91,7 @@ public:
                 times.push_back(civilTime(time));
             }
         }
-        budget.steps -= m_showsBarrenness && !hasTimes ? barrenRuleSteps : 0;
+        budget.steps -= hasTimes ? 0 : barrenRuleSteps;
         return times;
     }
 
@@ -113,7 +99,6 @@ private:
     CivilSpan m_span;
     cctz::civil_second m_start;
     std::int64_t m_periodDays;
-    bool m_showsBarrenness;
     IteratorPointer m_iterator;
 };
 

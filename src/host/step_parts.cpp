@@ -21,9 +21,13 @@ std::vector<int> expansionOf(const std::vector<int>& part, bool expands, int own
     return expands && !part.empty() ? part : std::vector<int>{own};
 }
 
+int weekdayOf(const cctz::civil_second& time) {
+    return (static_cast<int>(cctz::get_weekday(cctz::civil_day(time))) + 1) % 7 + 1; // 1 is Sunday
+}
+
 } // namespace
 
-StepParts::StepParts(const icalrecurrencetype& parts)
+StepParts::StepParts(const icalrecurrencetype& parts, const cctz::civil_second& start)
     : m_frequency(parts.freq), m_months(numbersOf(parts.by_month)),
       m_monthDays(numbersOf(parts.by_month_day)), m_yearDays(numbersOf(parts.by_year_day)),
       m_hours(numbersOf(parts.by_hour)), m_minutes(numbersOf(parts.by_minute)),
@@ -31,19 +35,31 @@ StepParts::StepParts(const icalrecurrencetype& parts)
     for (const int day : numbersOf(parts.by_day)) {
         m_weekdays.push_back(icalrecurrencetype_day_day_of_week(static_cast<short>(day)));
     }
-}
-
-bool StepParts::isPlain() const {
-    return m_months.empty() && m_monthDays.empty() && m_yearDays.empty() && m_weekdays.empty() &&
-           m_hours.empty() && m_minutes.empty() && m_seconds.empty() && m_positions.empty();
+    m_isPlain = m_months.empty() && m_monthDays.empty() && m_yearDays.empty() &&
+                m_weekdays.empty() && m_hours.empty() && m_minutes.empty() && m_seconds.empty() &&
+                m_positions.empty();
+    if (m_frequency == ICAL_WEEKLY_RECURRENCE && m_weekdays.empty()) {
+        m_weekdays.push_back(weekdayOf(start));
+    }
 }
 
 std::vector<cctz::civil_second> StepParts::timesOf(const cctz::civil_second& step) const {
-    if (!allowsStep(step)) {
-        return {};
-    }
-    std::vector<cctz::civil_second> times = expanded(step);
+    std::vector<cctz::civil_second> times =
+        m_frequency == ICAL_WEEKLY_RECURRENCE ? timesOfWeek(step) : timesOfDay(step);
     return m_positions.empty() ? times : atPositions(times);
+}
+
+std::vector<cctz::civil_second> StepParts::timesOfWeek(const cctz::civil_second& step) const {
+    std::vector<cctz::civil_second> times;
+    for (int day = 0; day < 7; ++day) {
+        const auto more = timesOfDay(addDays(step, day));
+        times.insert(times.end(), more.begin(), more.end());
+    }
+    return times;
+}
+
+std::vector<cctz::civil_second> StepParts::timesOfDay(const cctz::civil_second& step) const {
+    return allowsStep(step) ? expanded(step) : std::vector<cctz::civil_second>();
 }
 
 // The units are numbered from the second up.
@@ -63,8 +79,8 @@ bool StepParts::allowsDay(const cctz::civil_day& day) const {
     const cctz::civil_year year(day);
     const int monthLength = static_cast<int>(cctz::civil_day(month + 1) - cctz::civil_day(month));
     const int yearLength = static_cast<int>(cctz::civil_day(year + 1) - cctz::civil_day(year));
-    const int weekday = (static_cast<int>(cctz::get_weekday(day)) + 1) % 7 + 1;
-    return allows(m_months, day.month()) && allows(m_weekdays, weekday) &&
+    return allows(m_months, day.month()) &&
+           allows(m_weekdays, weekdayOf(cctz::civil_second(day))) &&
            allowsFromEitherEnd(m_monthDays, day.day(), monthLength) &&
            allowsFromEitherEnd(m_yearDays, cctz::get_yearday(day), yearLength);
 }

@@ -23,19 +23,22 @@ std::vector<int> numbersOf(const short (&part)[size]) {
     return numbers;
 }
 
-/// The BY parts of a rule that goes by steps of days or less: those of longer units than the step
-/// limit it, those of shorter units expand it (RFC 5545, 3.3.10).
+/// The BY parts of a rule that goes by steps of weeks or less: those of longer units than the step
+/// limit it, those of shorter units expand it (RFC 5545, 3.3.10). A step of weeks begins on the
+/// first day of its week.
 class StepParts {
 public:
-    explicit StepParts(const icalrecurrencetype& parts);
+    StepParts(const icalrecurrencetype& parts, const cctz::civil_second& start);
 
     /// Whether every step gives exactly one time.
-    bool isPlain() const;
+    bool isPlain() const { return m_isPlain; }
 
     /// The times of one step in ascending order: none where a part forbids it.
     std::vector<cctz::civil_second> timesOf(const cctz::civil_second& step) const;
 
 private:
+    std::vector<cctz::civil_second> timesOfWeek(const cctz::civil_second& step) const;
+    std::vector<cctz::civil_second> timesOfDay(const cctz::civil_second& step) const;
     bool allowsStep(const cctz::civil_second& step) const;
     bool allowsDay(const cctz::civil_day& day) const;
     std::vector<cctz::civil_second> expanded(const cctz::civil_second& step) const;
@@ -43,6 +46,7 @@ private:
     bool isShorterThan(icalrecurrencetype_frequency unit) const;
 
     icalrecurrencetype_frequency m_frequency;
+    bool m_isPlain = false;
     std::vector<int> m_months;
     std::vector<int> m_monthDays;
     std::vector<int> m_yearDays;

@@ -4,7 +4,7 @@
 
 namespace plenzo {
 
-/// Whether a rule repeats by days, hours, minutes or seconds: by steps of a fixed length.
+/// Whether a rule repeats by weeks, days, hours, minutes or seconds: by steps of a fixed length.
 bool goesBySteps(const icalrecurrencetype& parts);
 
 /// The times of a rule that goes by steps, in ascending order. Such a rule may have billions of
