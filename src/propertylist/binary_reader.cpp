@@ -11,7 +11,7 @@ namespace plenzo {
 namespace binary {
 
 Reader::Reader(const ObjectTable& table, std::size_t fileSize)
-    : m_table(table), m_stepsLeft(maximumSteps(fileSize)), m_bytesLeft(fileSize),
+    : m_table(table), m_stepsLeft(maximumSteps(fileSize)), m_bytesLeft(2 * fileSize),
       m_known(table.objectCount()), m_keyNumbers(table.objectCount(), noKey) {}
 
 bool Reader::takeSteps(std::uint64_t steps) {

@@ -45,7 +45,8 @@ private:
 
     /// False when a walk over the value would take too many steps.
     bool takeSteps(std::uint64_t steps);
-    /// False when more has been read than the file holds, which is when objects overlap.
+    /// False when more has been read than the file holds, which is when objects overlap. A text may
+    /// be read twice, as a key and as a value.
     bool takeBytes(std::uint64_t byteCount);
 
     const ObjectTable& m_table;

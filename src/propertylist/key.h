@@ -16,6 +16,7 @@ namespace plenzo {
 /// key.
 class Key {
 public:
+    /// A name ends after 4 GiB at the latest.
     Key(std::string_view name);
     Key(const char* name) : Key(std::string_view(name)) {}
     Key(const std::string& name) : Key(std::string_view(name)) {}

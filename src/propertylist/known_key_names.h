@@ -50,6 +50,7 @@
     KEY(calendar, "calendar")                                                                      \
     KEY(readOnly, "readOnly")                                                                      \
     KEY(done, "done")                                                                              \
+    KEY(lastRow, "lastRow")                                                                        \
     /* The older reminder form */                                                                  \
     KEY(reminderType, "reminderType")                                                              \
     KEY(relativeSeconds, "relativeSeconds")                                                        \

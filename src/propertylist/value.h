@@ -32,6 +32,7 @@ public:
     Value(Color color) : Value(Kind::Color, color) {}
     /// Text is UTF-8 and is kept as it stands, valid or not. A string of 4 GiB or more is Nothing.
     Value(std::string_view text);
+    Value(std::nullptr_t) = delete;
     Value(const char* text) : Value(std::string_view(text)) {}
     Value(const std::string& text) : Value(std::string_view(text)) {}
     Value(Array array);

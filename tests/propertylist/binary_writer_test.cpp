@@ -67,6 +67,14 @@ TEST(AWrittenPropertyList, HasEqualTextsAndSharedCollectionsOnce) {
               (*value->array())[4].dictionary()->begin());
 }
 
+TEST(AWrittenPropertyList, MayHaveTheSameTextAsKeyAndAsValue) {
+    const std::string text(5'000, 'x');
+    const Value value = Array{Dictionary{{Key(text), text}}, text};
+    const std::string written = writeFile(value);
+    EXPECT_LT(written.size(), 6'000u);
+    EXPECT_EQ(readFile(written), value);
+}
+
 TEST(AWrittenPropertyList, HasASharedTextOnceHoweverFarApartItsPlacesAre) {
     constexpr int count = 300'000;
     const Value text = std::string(1'000, 'x');
