@@ -19,6 +19,7 @@ constexpr const char* locales[] = {"en_US", "de_DE", "sv_SE", "cs_CZ",        "f
                                    "th_TH", "ja_JP", "ko_KR", "no such place"};
 
 using AlarmOrder = std::weak_ordering (*)(const Alarm&, const Alarm&, const TitleOrder&);
+constexpr AlarmOrder orders[] = {compare, compareFireDate};
 
 class TheOrdersOfAnyAlarms : public testing::TestWithParam<std::uint32_t> {
 protected:
@@ -46,7 +47,7 @@ protected:
 };
 
 TEST_P(TheOrdersOfAnyAlarms, AreStrictWeakOrders) {
-    for (const AlarmOrder order : {compare, compareFireDate}) {
+    for (const AlarmOrder order : orders) {
         const Relations found = relations(order);
         EXPECT_EQ(found.fault(), "");
         EXPECT_GE(found.tieCount(), alarmCount / 10) << "the alarms are too unlike for a test";
@@ -65,7 +66,7 @@ TEST_P(TheOrdersOfAnyAlarms, AgreeOnTies) {
 }
 
 TEST_P(TheOrdersOfAnyAlarms, SortThemWithoutInversions) {
-    for (const AlarmOrder order : {compare, compareFireDate}) {
+    for (const AlarmOrder order : orders) {
         std::vector<Alarm> sorted = alarms;
         std::sort(sorted.begin(), sorted.end(), [&](const Alarm& left, const Alarm& right) {
             return std::is_lt(order(left, right, titles));

@@ -2,9 +2,9 @@
 
 #include "model/alarm_computation.h"
 #include "model/alarm_order.h"
-#include "model/occurrence_text.h"
+#include "model/nasty_values.h"
 #include "model/random_alarms.h"
-#include "model/reminder.h"
+#include "model/record_promises.h"
 #include "propertylist/binary_property_list.h"
 #include "propertylist/random_values.h"
 #include "support/instants.h"
@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -23,16 +25,11 @@ namespace {
 
 class ARecordOfAnyContent : public testing::Test {
 protected:
-    void expectPromisesKept(const Dictionary& record) const {
-        expectSoundAlarms(std::make_shared<Dictionary>(record));
-        expectSoundDate(record);
-        expectSoundReminder(record);
-    }
+    void expectPromisesKept(const Dictionary& record) const { m_promises.expectKept(record); }
 
-    [[nodiscard]] std::vector<Alarm>
-    alarms(const EventDict& record, std::optional<Instant> issueTime = std::nullopt,
-           ProximityAlarms proximityAlarms = ProximityAlarms::Exclude) const {
-        return alarmsForEventDict(record, issueTime, proximityAlarms, context);
+    [[nodiscard]] std::vector<Alarm> alarms(const Dictionary& record) const {
+        return alarmsForEventDict(std::make_shared<Dictionary>(record), std::nullopt,
+                                  ProximityAlarms::Exclude, context);
     }
 
     const Instant now = utc(2026, 3, 10, 12);
@@ -40,82 +37,7 @@ protected:
     const TitleOrder titles{"en_US"};
 
 private:
-    void expectSoundAlarms(const EventDict& record) const {
-        for (const std::optional<Instant> issueTime :
-             {std::optional<Instant>(), std::optional(now - 86400)}) {
-            for (const auto asked : {ProximityAlarms::Exclude, ProximityAlarms::IncludeAll}) {
-                const auto found = alarms(record, issueTime, asked);
-                expectInOrderOf(record->arrayForKey(keys::rem), found);
-                for (const Alarm& alarm : found) {
-                    expectToCome(alarm, issueTime, asked);
-                }
-            }
-        }
-        for (const Alarm& alarm : alarms(record, std::nullopt, ProximityAlarms::IncludeAll)) {
-            expectSoundAlarm(alarm);
-        }
-    }
-    /// Each is of an entry, none twice, in the order of the entries.
-    static void expectInOrderOf(const Array* reminders, const std::vector<Alarm>& found) {
-        const Array none;
-        const Array& entries = reminders != nullptr ? *reminders : none;
-        const Value* next = entries.begin();
-        for (const Alarm& alarm : found) {
-            next = std::find(next, entries.end(), Value(alarm.reminderDict.value()));
-            ASSERT_NE(next, entries.end());
-            ++next;
-        }
-    }
-    void expectToCome(const Alarm& alarm, std::optional<Instant> issueTime,
-                      ProximityAlarms asked) const {
-        const bool isByPlace =
-            asked == ProximityAlarms::IncludeAll && alarm.reminderType() == ReminderType::Proximity;
-        EXPECT_NE(alarm.reminderType(), ReminderType::NoAction);
-        EXPECT_GE(alarm.fireDay, 0);
-        ASSERT_TRUE(alarm.fireDate || isByPlace);
-        if (alarm.fireDate) {
-            const Instant fireDate = alarm.fireDate->instant();
-            EXPECT_TRUE(isByPlace || fireDate >= issueTime.value_or(now));
-            EXPECT_TRUE(issueTime || fireDate <= now + alarmHorizonSeconds);
-        }
-    }
-    void expectSoundAlarm(const Alarm& alarm) const {
-        EXPECT_TRUE(std::is_eq(compare(alarm, alarm, titles)));
-        EXPECT_TRUE(std::is_eq(compareFireDate(alarm, alarm, titles)));
-        const auto file = writeBinaryPropertyList(dictionaryRepresentation(alarm));
-        const auto read = readBinaryPropertyList(file);
-        ASSERT_TRUE(read && read->dictionary());
-        const Alarm restored =
-            alarmFromDictionaryRepresentation(*read->dictionary(), context.systemZone);
-        EXPECT_EQ(restored.fireDate, alarm.fireDate);
-        EXPECT_EQ(restored.reminderDict.has_value(), alarm.fireDate.has_value());
-    }
-    void expectSoundDate(const Dictionary& record) const {
-        const auto isReadable = [&](const Key& key) {
-            const auto date = record.dateForKey(key);
-            return date && Instant(*date).isReadable();
-        };
-        const auto date = eventDateInLocalTime(record, CarryForward::No, context);
-        EXPECT_EQ(date.has_value(), isReadable(keys::date) || isReadable(keys::completionDate));
-        const auto carried = eventDateInLocalTime(record, CarryForward::Yes, context);
-        ASSERT_EQ(carried.has_value(), date.has_value());
-        if (carried && *carried != *date) {
-            EXPECT_LT(date->instant(), now);
-            EXPECT_LT(std::abs(carried->instant() - now), 86400);
-        }
-        Alarm row;
-        row.eventDict = std::make_shared<Dictionary>(record);
-        const std::string range = dateRangeToString(row, context, "en_US");
-        EXPECT_FALSE(range.empty());
-        EXPECT_LT(range.size(), 150U);
-    }
-    static void expectSoundReminder(const Dictionary& record) {
-        const Reminder reminder = reminderFromDictionary(record);
-        EXPECT_EQ(reminder.title.has_value(), record.stringForKey(keys::title).has_value());
-        EXPECT_EQ(reminder.absoluteTime.has_value(),
-                  record.dateForKey(keys::absoluteTime).has_value());
-        EXPECT_EQ(reminder.recipients.has_value(), record.arrayForKey(keys::recipients) != nullptr);
-    }
+    RecordPromises m_promises{context};
 };
 
 TEST_F(ARecordOfAnyContent, KeepsItsPromisesWithAnyValueUnderAnyKey) {
@@ -186,7 +108,7 @@ TEST_F(ARecordOfAnyContent, HasTheAlarmsOfItsSoundRemindersAmongAnyOthers) {
                 keys::del, keys::priority, keys::holiday, keys::color, keys::notes, Key("unheard")};
             record.set(keysOfNoDate[random.below(12)], random.nastyValue());
         }
-        const auto found = alarms(std::make_shared<Dictionary>(record));
+        const auto found = alarms(record);
         ASSERT_GE(found.size(), 2U) << "seed " << seed;
         EXPECT_EQ(found.front().reminderText(keys::uid), "first") << "seed " << seed;
         EXPECT_EQ(found.back().reminderText(keys::uid), "last") << "seed " << seed;
@@ -203,9 +125,8 @@ TEST_F(ARecordOfAnyContent, MayHaveAHundredThousandReminders) {
                 ? Value(Dictionary{{keys::uid, "r" + std::to_string(number)}, {keys::rel, number}})
                 : nastyValues()[number % nastyValues().size()]);
     }
-    const auto record = std::make_shared<Dictionary>(
-        Dictionary{{keys::date, now.date()}, {keys::rem, std::move(reminders)}});
-    std::vector<Alarm> found = alarms(record);
+    std::vector<Alarm> found =
+        alarms({{keys::date, now.date()}, {keys::rem, std::move(reminders)}});
     std::erase_if(found, [](const Alarm& alarm) { return alarm.reminderText(keys::uid).empty(); });
     ASSERT_EQ(found.size(), count / 2);
     EXPECT_EQ(found.back().reminderText(keys::uid), "r99998");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/alarm.h"
+#include "model/nasty_values.h"
 
 #include <cstdint>
 #include <random>
@@ -9,11 +10,6 @@
 #include <vector>
 
 namespace plenzo {
-
-/// Values of every type that no host should send under the keys of a record: numbers that are none
-/// or too large, dates of the years 0 and 300000 and beyond all years, long text and text that is
-/// not UTF-8, deep collections.
-const std::vector<Value>& nastyValues();
 
 /// Alarms and records by chance, the same for the same seed everywhere.
 class RandomAlarms {
