@@ -6,6 +6,7 @@
 #include "linux/agent_address.h"
 #include "linux/bus_on_main_loop.h"
 #include "linux/bus_thread.h"
+#include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
 #include "linux/file_user_defaults.h"
 #include "linux/freedesktop_notifications.h"
@@ -68,7 +69,8 @@ public:
         : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
           m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
           m_userNotificationCenter(m_desktopBus), m_busThread(std::move(connections.link)),
-          m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
+          m_disposal(m_busThread), m_hostLink(m_loop, m_busThread),
+          m_distributedNotifications(m_busThread),
           m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
           m_inspector(m_loop, m_busThread,
                       [this] { return m_plenzoAlarm.inspector().pendingAlarms(); }) {
@@ -94,7 +96,8 @@ private:
                 .defaults = m_defaults,
                 .hostLink = m_hostLink,
                 .distributedNotifications = m_distributedNotifications,
-                .userNotificationCenter = m_userNotificationCenter};
+                .userNotificationCenter = m_userNotificationCenter,
+                .disposal = m_disposal};
     }
 
     MainLoop m_loop;
@@ -107,6 +110,7 @@ private:
     BusOnMainLoop m_desktopBus;
     FreedesktopNotifications m_userNotificationCenter;
     BusThread m_busThread;
+    DisposalOnBusThread m_disposal;
     HostLinkOnBus m_hostLink;
     DistributedNotificationsOnBus m_distributedNotifications;
     PlenzoAlarm m_plenzoAlarm;

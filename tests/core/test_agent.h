@@ -26,6 +26,7 @@ struct TestAgent {
     FakeHostLink hostLink{journal};
     FakeDistributedNotifications distributedNotifications{journal};
     FakeUserNotificationCenter notifications{journal};
+    FakeDisposal disposal;
     PlenzoAlarm agent{{.clock = clock,
                        .timers = timers,
                        .regionalSettings = regionalSettings,
@@ -34,7 +35,8 @@ struct TestAgent {
                        .defaults = defaults,
                        .hostLink = hostLink,
                        .distributedNotifications = distributedNotifications,
-                       .userNotificationCenter = notifications},
+                       .userNotificationCenter = notifications,
+                       .disposal = disposal},
                       {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
 
     /// Alarms reach the user, by notifications.
