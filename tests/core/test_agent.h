@@ -5,6 +5,8 @@
 #include "propertylist/known_keys.h"
 #include "support/fake_clock.h"
 #include "support/fake_desktop.h"
+#include "support/fake_power_notices.h"
+#include "support/fake_system_change_notices.h"
 #include "support/fake_timers.h"
 #include "support/fake_user_defaults.h"
 #include "support/instants.h"
@@ -26,6 +28,8 @@ struct TestAgent {
     FakeHostLink hostLink{journal};
     FakeDistributedNotifications distributedNotifications{journal};
     FakeUserNotificationCenter notifications{journal};
+    FakePowerNotices powerNotices;
+    FakeSystemChangeNotices systemChangeNotices;
     PlenzoAlarm agent{{.clock = clock,
                        .timers = timers,
                        .regionalSettings = regionalSettings,
@@ -34,7 +38,9 @@ struct TestAgent {
                        .defaults = defaults,
                        .hostLink = hostLink,
                        .distributedNotifications = distributedNotifications,
-                       .userNotificationCenter = notifications},
+                       .userNotificationCenter = notifications,
+                       .powerNotices = powerNotices,
+                       .systemChangeNotices = systemChangeNotices},
                       {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
 
     /// Alarms reach the user, by notifications.
