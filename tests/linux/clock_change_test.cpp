@@ -1,13 +1,12 @@
 #include "linux/absolute_timers.h"
 #include "support/fake_clock.h"
+#include "support/fake_wall_clock_timer.h"
 #include "support/running_loop.h"
 
 #include <gmock/gmock.h>
-#include <sys/eventfd.h>
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 using testing::ElementsAre;
@@ -15,34 +14,6 @@ using testing::IsEmpty;
 
 namespace plenzo {
 namespace {
-
-/// A system timer that comes due, and whose clock is set, when a test says so.
-class FakeWallClockTimer final : public WallClockTimer {
-public:
-    [[nodiscard]] int descriptor() const override { return m_event.get(); }
-    [[nodiscard]] ClockState arm(Instant date) override {
-        armedDate = date;
-        return std::exchange(stateToFindWhenArmed, ClockState::Runs);
-    }
-    [[nodiscard]] ClockState acknowledge() override {
-        std::uint64_t count = 0;
-        EXPECT_EQ(::read(m_event.get(), &count, sizeof count), ssize_t{sizeof count});
-        return std::exchange(m_state, ClockState::Runs);
-    }
-
-    void becomeReadable(ClockState state) {
-        const std::uint64_t one = 1;
-        m_state = state;
-        EXPECT_EQ(::write(m_event.get(), &one, sizeof one), ssize_t{sizeof one});
-    }
-
-    Instant armedDate;
-    ClockState stateToFindWhenArmed = ClockState::Runs;
-
-private:
-    FileDescriptor m_event{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
-    ClockState m_state = ClockState::Runs;
-};
 
 class AClockChange : public testing::Test {
 protected:
