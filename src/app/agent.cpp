@@ -13,14 +13,17 @@
 #include "linux/host_link_on_bus.h"
 #include "linux/inspector_on_bus.h"
 #include "linux/main_string_table.h"
+#include "linux/power_notices_of_system.h"
 #include "linux/regional_settings_of_system.h"
 #include "linux/system_clock.h"
+#include "linux/system_settings_watch.h"
 #include "linux/termination_signals.h"
 #include "linux/xdg_folders.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -62,15 +65,28 @@ Connections connect() {
     return connections;
 }
 
+/// Null when there is no system bus, without which the agent runs all the same.
+std::unique_ptr<BusOnMainLoop> connectToSystemBus(MainLoop& loop, std::function<void()> lost) {
+    try {
+        return std::make_unique<BusOnMainLoop>(loop, sdbus::createSystemBusConnection(),
+                                               std::move(lost));
+    } catch (const sdbus::Error&) {
+        return nullptr;
+    }
+}
+
 /// Every adapter, and the agent over them.
 class Agent {
 public:
     explicit Agent(Connections connections)
         : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
           m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
-          m_userNotificationCenter(m_desktopBus), m_busThread(std::move(connections.link)),
-          m_disposal(m_busThread), m_hostLink(m_loop, m_busThread),
-          m_distributedNotifications(m_busThread),
+          m_systemBus(connectToSystemBus(m_loop, [this] { m_powerNotices.systemBusLost(); })),
+          m_userNotificationCenter(m_desktopBus),
+          m_powerNotices(m_systemBus.get(), m_desktopBus, [this] { m_loop.quit(0); }),
+          m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
+          m_busThread(std::move(connections.link)), m_disposal(m_busThread),
+          m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
           m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
           m_inspector(m_loop, m_busThread,
                       [this] { return m_plenzoAlarm.inspector().pendingAlarms(); }) {
@@ -97,7 +113,9 @@ private:
                 .hostLink = m_hostLink,
                 .distributedNotifications = m_distributedNotifications,
                 .userNotificationCenter = m_userNotificationCenter,
-                .disposal = m_disposal};
+                .disposal = m_disposal,
+                .powerNotices = m_powerNotices,
+                .systemChangeNotices = m_systemSettings};
     }
 
     MainLoop m_loop;
@@ -108,7 +126,10 @@ private:
     XdgFolders m_folders;
     FileUserDefaults m_defaults;
     BusOnMainLoop m_desktopBus;
+    std::unique_ptr<BusOnMainLoop> m_systemBus;
     FreedesktopNotifications m_userNotificationCenter;
+    PowerNoticesOfSystem m_powerNotices;
+    SystemSettingsWatch m_systemSettings;
     BusThread m_busThread;
     DisposalOnBusThread m_disposal;
     HostLinkOnBus m_hostLink;

@@ -13,8 +13,10 @@
 #include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
 #include "platform/localized_strings.h"
+#include "platform/power_notices.h"
 #include "platform/regional_settings.h"
 #include "platform/standard_folders.h"
+#include "platform/system_change_notices.h"
 #include "platform/timers.h"
 #include "platform/user_defaults.h"
 #include "platform/user_notification_center.h"
@@ -36,6 +38,8 @@ struct Platform {
     DistributedNotifications& distributedNotifications;
     UserNotificationCenter& userNotificationCenter;
     Disposal& disposal;
+    PowerNotices& powerNotices;
+    SystemChangeNotices& systemChangeNotices;
 };
 
 /// What the agent knows of its own program.

@@ -1,36 +1,10 @@
 #include "linux/absolute_timers.h"
 
-#include <sys/timerfd.h>
-
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
 namespace plenzo {
-
-namespace {
-
-constexpr double furthestTimerSeconds = 1e11; // the year 5138; the kernel's own limit is later
-
-/// Rounded up, so that the clock never shows less than the date when the timer fires. A past date
-/// becomes the first moment of the epoch, because zero would disarm.
-itimerspec timerSpecification(Instant fireDate) {
-    const double clamped = std::clamp(fireDate.secondsSince1970(), 1.0, furthestTimerSeconds);
-    const double wholeSeconds = std::floor(clamped);
-    const double microseconds = std::ceil((clamped - wholeSeconds) * 1e6);
-    itimerspec specification{};
-    specification.it_value.tv_sec = static_cast<time_t>(wholeSeconds);
-    specification.it_value.tv_nsec = static_cast<long>(microseconds) * 1000;
-    if (specification.it_value.tv_nsec >= 1'000'000'000) {
-        specification.it_value.tv_sec += 1;
-        specification.it_value.tv_nsec = 0;
-    }
-    return specification;
-}
-
-} // namespace
 
 struct AbsoluteTimers::Schedule {
     Pending pending;
@@ -59,16 +33,20 @@ private:
     std::shared_ptr<bool> m_hasFired;
 };
 
-AbsoluteTimers::AbsoluteTimers(MainLoop& loop, const Clock& clock)
-    : m_clock(clock), m_schedule(std::make_shared<Schedule>()),
-      m_timer(::timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
-    m_watch = loop.watch(m_timer.get(), MainLoop::Readiness::Readable, [this] {
-        // The count is of no interest, and a clock that was set makes the read fail: either way
-        // the clock decides what is due.
-        std::uint64_t expirations = 0;
-        [[maybe_unused]] const auto size = ::read(m_timer.get(), &expirations, sizeof expirations);
-        fireDue();
-    });
+AbsoluteTimers::AbsoluteTimers(MainLoop& loop, const Clock& clock,
+                               std::unique_ptr<WallClockTimer> timer)
+    : m_loop(loop), m_clock(clock), m_schedule(std::make_shared<Schedule>()),
+      m_timer(std::move(timer)) {
+    m_watch = loop.watch(m_timer->descriptor(), MainLoop::Readiness::Readable,
+                         [this] { handle(m_timer->acknowledge()); });
+    arm();
+}
+
+void AbsoluteTimers::handle(WallClockTimer::ClockState clockState) {
+    fireDue();
+    if (clockState == WallClockTimer::ClockState::WasSet) {
+        m_clockChanged();
+    }
 }
 
 Handle AbsoluteTimers::schedule(Instant fireDate, std::function<void()> fired) {
@@ -103,12 +81,14 @@ void AbsoluteTimers::fireDue() {
     arm();
 }
 
-void AbsoluteTimers::arm() const {
+void AbsoluteTimers::arm() {
     const auto& pending = m_schedule->pending;
-    const itimerspec specification =
-        pending.empty() ? itimerspec{} : timerSpecification(pending.begin()->first);
-    ::timerfd_settime(m_timer.get(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &specification,
-                      nullptr);
+    const Instant date = pending.empty() ? Instant::distantFuture() : pending.begin()->first;
+    if (m_timer->arm(date) == WallClockTimer::ClockState::WasSet) {
+        // The descriptor does not say so any more.
+        m_unreadClockChange =
+            m_loop.after(0, [this] { handle(WallClockTimer::ClockState::WasSet); });
+    }
 }
 
 } // namespace plenzo

@@ -61,7 +61,8 @@ std::optional<CalendarDate> eventDateInLocalTime(const Dictionary& eventDict,
                                                  const AlarmContext& context) {
     namespace number = keys::numbers;
     const auto [completed, date, isAllDay, isFloating, carries] =
-        valuesForKeys<number::completionDate, number::date, number::allDay, number::floating, number::carry>(eventDict);
+        valuesForKeys<number::completionDate, number::date, number::allDay, number::floating,
+                      number::carry>(eventDict);
     return eventDateInLocalTime(OccurrenceDateValues{.completionDate = completed,
                                                      .date = date,
                                                      .allDay = isAllDay,

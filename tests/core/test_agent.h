@@ -5,6 +5,8 @@
 #include "propertylist/known_keys.h"
 #include "support/fake_clock.h"
 #include "support/fake_desktop.h"
+#include "support/fake_power_notices.h"
+#include "support/fake_system_change_notices.h"
 #include "support/fake_timers.h"
 #include "support/fake_user_defaults.h"
 #include "support/instants.h"
@@ -27,6 +29,8 @@ struct TestAgent {
     FakeDistributedNotifications distributedNotifications{journal};
     FakeUserNotificationCenter notifications{journal};
     FakeDisposal disposal;
+    FakePowerNotices powerNotices;
+    FakeSystemChangeNotices systemChangeNotices;
     PlenzoAlarm agent{{.clock = clock,
                        .timers = timers,
                        .regionalSettings = regionalSettings,
@@ -36,7 +40,9 @@ struct TestAgent {
                        .hostLink = hostLink,
                        .distributedNotifications = distributedNotifications,
                        .userNotificationCenter = notifications,
-                       .disposal = disposal},
+                       .disposal = disposal,
+                       .powerNotices = powerNotices,
+                       .systemChangeNotices = systemChangeNotices},
                       {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
 
     /// Alarms reach the user, by notifications.

@@ -1,51 +1,28 @@
 #include "linux/main_string_table.h"
 #include "linux/regional_settings_of_system.h"
 #include "linux/xdg_folders.h"
+#include "support/environment_variable.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace plenzo {
 namespace {
 
-/// Sets a variable for the length of a test; null removes it.
-class Environment {
-public:
-    Environment(const char* variable, const char* value) : m_variable(variable) {
-        if (const char* old = std::getenv(variable)) {
-            m_old = old;
-        }
-        set(value);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment() { set(m_old ? m_old->c_str() : nullptr); }
-
-private:
-    void set(const char* value) {
-        value != nullptr ? ::setenv(m_variable, value, 1) : ::unsetenv(m_variable);
-    }
-
-    const char* m_variable;
-    std::optional<std::string> m_old;
-};
-
 TEST(TheFoldersOfTheUser, ComeFromTheEnvironmentOrLieBelowHome) {
-    const Environment home("HOME", "/home/ana");
+    const EnvironmentVariable home("HOME", "/home/ana");
     const XdgFolders folders;
     {
-        const Environment data("XDG_DATA_HOME", "/data");
-        const Environment configuration("XDG_CONFIG_HOME", "/settings");
+        const EnvironmentVariable data("XDG_DATA_HOME", "/data");
+        const EnvironmentVariable configuration("XDG_CONFIG_HOME", "/settings");
         EXPECT_EQ(folders.applicationSupport(), "/data");
         EXPECT_EQ(XdgFolders::configuration(), "/settings");
     }
     for (const char* invalid : {static_cast<const char*>(nullptr), "", "relative/path"}) {
-        const Environment data("XDG_DATA_HOME", invalid);
-        const Environment configuration("XDG_CONFIG_HOME", invalid);
+        const EnvironmentVariable data("XDG_DATA_HOME", invalid);
+        const EnvironmentVariable configuration("XDG_CONFIG_HOME", invalid);
         EXPECT_EQ(folders.applicationSupport(), "/home/ana/.local/share");
         EXPECT_EQ(XdgFolders::configuration(), "/home/ana/.config");
     }
@@ -53,7 +30,7 @@ TEST(TheFoldersOfTheUser, ComeFromTheEnvironmentOrLieBelowHome) {
 
 TEST(TheZoneOfTheSystem, IsThatOfTZWhenItNamesOne) {
     const auto zoneName = [](const char* value) {
-        const Environment environment("TZ", value);
+        const EnvironmentVariable environment("TZ", value);
         return RegionalSettingsOfSystem().timeZone().name();
     };
     EXPECT_EQ(zoneName("Europe/Berlin"), "Europe/Berlin");
@@ -80,8 +57,8 @@ TEST(TheLocaleOfTheSystem, HasAnIcuName) {
 TEST(TheLanguagesOfTheUser, AreThoseOfTheListOrTheLocaleAndEnglishAtLast) {
     using Languages = std::vector<std::string>;
     const auto languages = [](const char* list, const char* locale) {
-        const Environment all("LC_ALL", locale);
-        const Environment language("LANGUAGE", list);
+        const EnvironmentVariable all("LC_ALL", locale);
+        const EnvironmentVariable language("LANGUAGE", list);
         return languagesOfUser();
     };
     EXPECT_EQ(languages("de_AT:fr", "en_US.UTF-8"), (Languages{"de_AT", "de", "fr", "en"}));

@@ -1,11 +1,10 @@
 #include "linux/absolute_timers.h"
 #include "linux/system_clock.h"
 #include "support/fake_timers.h"
+#include "support/running_loop.h"
 #include "support/timers_contract.h"
 
 #include <gtest/gtest.h>
-
-#include <QCoreApplication>
 
 namespace plenzo {
 namespace {
@@ -29,21 +28,12 @@ class AbsoluteTimersUnderContract final : public TimersContract {
 public:
     Timers& timers() override { return m_timers; }
     Instant now() override { return m_clock.now(); }
-    void runUntil(const std::function<bool()>& isDone) override {
-        constexpr int limitMilliseconds = 20000;
-        const Handle limit = m_loop.after(limitMilliseconds, [this] { m_loop.quit(1); });
-        while (!isDone() && QCoreApplication::instance() != nullptr) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        EXPECT_TRUE(isDone());
-    }
+    void runUntil(const std::function<bool()>& isDone) override { m_running.runUntil(isDone); }
 
 private:
-    int m_argumentCount = 0;
-    QCoreApplication m_application{m_argumentCount, nullptr};
-    MainLoop m_loop;
+    RunningLoop m_running;
     SystemClock m_clock;
-    AbsoluteTimers m_timers{m_loop, m_clock};
+    AbsoluteTimers m_timers{m_running.loop(), m_clock};
 };
 
 template <typename Contract>

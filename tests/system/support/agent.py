@@ -131,4 +131,18 @@ class AgentProcess:
         return self.wait_for_end()
 
     def open_descriptors(self):
-        return len(os.listdir(f"/proc/{self.process.pid}/fd"))
+        return len(os.listdir(self._descriptors()))
+
+    def open_pipes(self):
+        """Among them the inhibitors of the login manager; the standard streams are none."""
+        return [self._target(number) for number in os.listdir(self._descriptors())].count("pipe")
+
+    def _descriptors(self):
+        return f"/proc/{self.process.pid}/fd"
+
+    def _target(self, number):
+        """Such as "pipe" or "socket"; empty for a descriptor that was closed meanwhile."""
+        try:
+            return os.readlink(f"{self._descriptors()}/{number}").split(":")[0]
+        except FileNotFoundError:
+            return ""

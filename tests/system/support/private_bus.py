@@ -53,6 +53,8 @@ class PrivateSession:
             "XDG_DATA_HOME": str(self.folder / "data"),
             "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
             "DBUS_SESSION_BUS_ADDRESS": self.address,
+            # The machine's own services are none of a test's business.
+            "DBUS_SYSTEM_BUS_ADDRESS": self.address,
         }
         for name, value in os.environ.items():
             if name.endswith("SAN_OPTIONS"):
