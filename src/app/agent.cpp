@@ -15,6 +15,7 @@
 #include "linux/regional_settings_of_system.h"
 #include "linux/system_clock.h"
 #include "linux/termination_signals.h"
+#include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -106,6 +107,7 @@ private:
     FileUserDefaults m_defaults;
     BusOnMainLoop m_desktopBus;
     FreedesktopNotifications m_userNotificationCenter;
+    WorkspaceOfDesktop m_workspace;
     BusThread m_busThread;
     HostLinkOnBus m_hostLink;
     DistributedNotificationsOnBus m_distributedNotifications;
