@@ -18,6 +18,7 @@
 #include "linux/system_clock.h"
 #include "linux/system_settings_watch.h"
 #include "linux/termination_signals.h"
+#include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -130,6 +131,7 @@ private:
     FreedesktopNotifications m_userNotificationCenter;
     PowerNoticesOfSystem m_powerNotices;
     SystemSettingsWatch m_systemSettings;
+    WorkspaceOfDesktop m_workspace;
     BusThread m_busThread;
     DisposalOnBusThread m_disposal;
     HostLinkOnBus m_hostLink;
