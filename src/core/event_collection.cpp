@@ -41,18 +41,35 @@ void EventCollection::append(RecordGroup group) {
     addToIndex(eventDicts().subspan(firstPlace), firstPlace);
 }
 
-std::vector<EventDict> EventCollection::takeWithUID(std::string_view uid) {
-    std::vector<EventDict> taken;
+std::vector<std::size_t> EventCollection::placesOf(std::string_view uid) const {
+    std::vector<std::size_t> places;
     if (m_slots.empty()) {
-        return taken;
+        return places;
     }
     const std::uint32_t hash = hashOf(uid);
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t slot = hash & mask; m_slots[slot].place != 0; slot = (slot + 1) & mask) {
-        EventDict& eventDict = m_eventDicts[m_slots[slot].place - 1];
+        const std::size_t place = m_slots[slot].place - 1;
+        const EventDict& eventDict = m_eventDicts[place];
         if (m_slots[slot].hash == hash && eventDict && eventDict->stringForKey(keys::uid) == uid) {
-            taken.push_back(std::exchange(eventDict, nullptr));
+            places.push_back(place);
         }
+    }
+    return places;
+}
+
+std::vector<EventDict> EventCollection::withUID(std::string_view uid) const {
+    std::vector<EventDict> found;
+    for (const std::size_t place : placesOf(uid)) {
+        found.push_back(m_eventDicts[place]);
+    }
+    return found;
+}
+
+std::vector<EventDict> EventCollection::takeWithUID(std::string_view uid) {
+    std::vector<EventDict> taken;
+    for (const std::size_t place : placesOf(uid)) {
+        taken.push_back(std::exchange(m_eventDicts[place], nullptr));
     }
     m_size -= taken.size();
     if (m_eventDicts.size() > 2 * m_size + 64) {

@@ -23,6 +23,7 @@ public:
     void reserveMore(std::size_t count);
     /// Skips null ones and deletion notices.
     void append(RecordGroup group);
+    [[nodiscard]] std::vector<EventDict> withUID(std::string_view uid) const;
     /// Takes out and gives the records with this "uid".
     std::vector<EventDict> takeWithUID(std::string_view uid);
 
@@ -35,6 +36,8 @@ private:
         std::uint32_t place = 0;
     };
 
+    /// Where the records with this "uid" are.
+    [[nodiscard]] std::vector<std::size_t> placesOf(std::string_view uid) const;
     /// Records from this place on.
     void addToIndex(RecordGroup group, std::size_t firstPlace);
     void addToIndex(Slot filled);

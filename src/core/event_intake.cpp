@@ -1,10 +1,12 @@
 #include "core/event_intake.h"
 
+#include "core/delta.h"
 #include "core/queue_filler.h"
 #include "core/record_walk.h"
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 #include <utility>
 
 namespace plenzo {
@@ -25,8 +27,8 @@ std::vector<EventDict> deepCopies(Array eventDicts) {
 
 } // namespace
 
-EventIntake::EventIntake(Collaborators collaborators, std::function<void()> queueChanged)
-    : m_collaborators(collaborators), m_queueChanged(std::move(queueChanged)) {}
+EventIntake::EventIntake(Collaborators collaborators, Steps steps)
+    : m_collaborators(collaborators), m_steps(std::move(steps)) {}
 
 void EventIntake::processEventDicts(Array eventDicts, bool delta,
                                     std::optional<Instant> issueTime) {
@@ -37,15 +39,34 @@ void EventIntake::processEventDicts(Array eventDicts, bool delta,
 
 void EventIntake::processEvents(std::vector<EventDict> eventDicts, bool delta,
                                 std::optional<Instant> issueTime) {
+    m_steps.fireAlarm();
     if (delta) {
-        removeDeletedEvents(eventDicts);
+        patchEvents(eventDicts);
     } else {
         removeAllEvents();
     }
     addEvents(eventDicts, issueTime);
-    m_queueChanged();
+    finish(eventDicts, delta);
     m_collaborators.disposal.dispose(
         std::make_shared<std::vector<EventDict>>(std::move(eventDicts)));
+}
+
+void EventIntake::reprocessAllEvents() {
+    m_steps.fireAlarm();
+    AlarmQueue& queue = m_collaborators.queue;
+    queue.clear();
+    QueueFiller filler(queue, m_collaborators.firedAlarms, std::nullopt, context());
+    forEachGroup(m_allEventDicts.eventDicts(),
+                 [&filler](RecordGroup group) { filler.appendAlarmsOf(group); });
+    queue.sort();
+    finish(m_allEventDicts.eventDicts(), false);
+}
+
+void EventIntake::finish(std::span<const EventDict> eventDicts, bool delta) {
+    m_steps.queueChanged();
+    if (m_collaborators.statusWindow != nullptr) {
+        m_collaborators.statusWindow->updateShownEventsWithEventDicts(eventDicts, delta);
+    }
 }
 
 /// The memory of very many records takes longer to free than the new ones take to be read.
@@ -56,37 +77,42 @@ void EventIntake::removeAllEvents() {
         std::make_shared<EventCollection>(std::exchange(m_allEventDicts, EventCollection())));
 }
 
-void EventIntake::removeDeletedEvents(const std::vector<EventDict>& eventDicts) {
+void EventIntake::patchEvents(const std::vector<EventDict>& eventDicts) {
+    ShownAlarms& shownAlarms = m_collaborators.shownAlarms;
+    NotificationDelivery& notifications = m_collaborators.notifications;
+    const Delta delta(eventDicts);
     std::vector<EventDict> removed;
-    for (const EventDict& eventDict : eventDicts) {
-        const auto uid = eventDict->stringForKey(keys::uid);
-        if (uid && isDeletionNotice(*eventDict)) {
-            std::ranges::move(m_allEventDicts.takeWithUID(*uid), std::back_inserter(removed));
-        }
+    for (const std::string_view uid : delta.deleted()) {
+        std::ranges::move(m_allEventDicts.takeWithUID(uid), std::back_inserter(removed));
     }
     m_collaborators.queue.removeAlarmsOf(removed);
+    for (const EventDict& eventDict : eventDicts) {
+        if (delta.isTrueDeletion(*eventDict)) {
+            const auto uid = eventDict->stringForKey(keys::uid).value_or(std::string_view());
+            notifications.removeNotificationsForUIDPlusDay(uid);
+            shownAlarms.removeAlarmsForUIDPlusDay(uid);
+        } else if (delta.isReplacement(*eventDict)) {
+            notifications.removeNotificationsForDeletedOrAckdRemindersInEventDict(*eventDict);
+            shownAlarms.removeAlarmsForDeletedOrAckdRemindersInEventDict(*eventDict);
+        }
+    }
+    if (m_collaborators.statusWindow != nullptr) {
+        m_collaborators.statusWindow->removeShownEventsWithUIDs(
+            {delta.deleted().begin(), delta.deleted().end()});
+    }
 }
 
 void EventIntake::addEvents(const std::vector<EventDict>& eventDicts,
                             std::optional<Instant> issueTime) {
-    QueueFiller filler(m_collaborators.queue, issueTime, context());
+    QueueFiller filler(m_collaborators.queue, m_collaborators.firedAlarms, issueTime, context());
     m_allEventDicts.reserveMore(eventDicts.size());
     // All that is done with a record is done while it is at hand.
     forEachGroup(eventDicts, [&](RecordGroup group) {
         filler.appendAlarmsOf(group);
         m_allEventDicts.append(group);
+        m_collaborators.fileAccess.saveSecureFileURLsIn(group);
     });
     m_collaborators.queue.sort();
-}
-
-void EventIntake::recomputeQueue() {
-    AlarmQueue& queue = m_collaborators.queue;
-    queue.clear();
-    QueueFiller filler(queue, std::nullopt, context());
-    forEachGroup(m_allEventDicts.eventDicts(),
-                 [&filler](RecordGroup group) { filler.appendAlarmsOf(group); });
-    queue.sort();
-    m_queueChanged();
 }
 
 AlarmContext EventIntake::context() const {

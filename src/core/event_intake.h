@@ -2,6 +2,11 @@
 
 #include "core/alarm_queue.h"
 #include "core/event_collection.h"
+#include "core/fired_alarms.h"
+#include "core/kept_file_access.h"
+#include "core/notification_delivery.h"
+#include "core/shown_alarms.h"
+#include "core/status_window_controller.h"
 #include "model/alarm_computation.h"
 #include "model/event_dict.h"
 #include "platform/clock.h"
@@ -15,18 +20,30 @@
 namespace plenzo {
 
 /// Turns what the host pushes into the agent's two collections: every occurrence known from the
-/// host, which it owns, and the queue of the alarms computed from them.
+/// host, which it owns, and the queue of the alarms computed from them. Takes away what a batch
+/// cancels of what the user sees.
 class EventIntake {
 public:
     struct Collaborators {
         AlarmQueue& queue;
+        const FiredAlarms& firedAlarms;
+        ShownAlarms& shownAlarms;
+        NotificationDelivery& notifications;
+        KeptFileAccess& fileAccess;
+        /// Null when there is none.
+        StatusWindowController* statusWindow;
         const Clock& clock;
         const RegionalSettings& regionalSettings;
         Disposal& disposal;
     };
+    struct Steps {
+        /// Called before the queue changes: what is due by then is not to be lost.
+        std::function<void()> fireAlarm;
+        /// Called afterwards, with the queue sorted.
+        std::function<void()> queueChanged;
+    };
 
-    /// `queueChanged` is called after each intake, with the queue sorted.
-    EventIntake(Collaborators collaborators, std::function<void()> queueChanged);
+    EventIntake(Collaborators collaborators, Steps steps);
 
     /// None carries a deletion marker.
     [[nodiscard]] const EventCollection& allEventDicts() const { return m_allEventDicts; }
@@ -41,18 +58,18 @@ public:
     void processEvents(std::vector<EventDict> eventDicts, bool delta,
                        std::optional<Instant> issueTime);
 
-    /// The queue anew from the records that are there, as of now: what a new day, another zone or a
-    /// clock that was set asks for.
-    void recomputeQueue();
+    /// A full update by the records that are there: the queue anew, as of now.
+    void reprocessAllEvents();
 
 private:
-    void removeAllEvents();
-    void removeDeletedEvents(const std::vector<EventDict>& eventDicts);
     [[nodiscard]] AlarmContext context() const;
+    void removeAllEvents();
+    void patchEvents(const std::vector<EventDict>& eventDicts);
     void addEvents(const std::vector<EventDict>& eventDicts, std::optional<Instant> issueTime);
+    void finish(std::span<const EventDict> eventDicts, bool delta);
 
     Collaborators m_collaborators;
-    std::function<void()> m_queueChanged;
+    Steps m_steps;
     EventCollection m_allEventDicts;
 };
 

@@ -2,41 +2,94 @@
 
 #include "core/preference_keys.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace plenzo {
 
-PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity)
-    : m_platform(platform), m_identity(std::move(identity)),
+namespace {
+
+/// What the dates of files can tell apart.
+constexpr double leastSeconds = 1e-6;
+
+} // namespace
+
+PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowControllers windows)
+    : m_platform(platform), m_identity(std::move(identity)), m_windows(windows),
       m_linkVersion(m_identity.shortVersion + "t"),
       m_titleOrder(platform.regionalSettings.locale()), m_alarmQueue(m_titleOrder),
       m_alarmDateText({.clock = platform.clock,
                        .regionalSettings = platform.regionalSettings,
                        .strings = platform.strings}),
+      m_hostCommands(platform.workspace),
       m_notificationDelivery(platform.userNotificationCenter, m_alarmDateText),
+      m_shownAlarms(windows.alarmWindow), m_keptFileAccess(platform.fileAccess),
+      m_alarmActions({.workspace = platform.workspace,
+                      .hostCommands = m_hostCommands,
+                      .strings = platform.strings,
+                      .clock = platform.clock,
+                      .regionalSettings = platform.regionalSettings,
+                      .fileAccess = platform.fileAccess,
+                      .mailer = platform.mailer}),
+      m_alarmSound(platform.sounds, platform.clock),
       m_alarmFiring({.queue = m_alarmQueue,
+                     .firedAlarms = m_firedAlarms,
                      .notifications = m_notificationDelivery,
+                     .actions = m_alarmActions,
+                     .sound = m_alarmSound,
+                     .alarmWindow = windows.alarmWindow,
+                     .statusWindow = windows.statusWindow,
                      .defaults = platform.defaults,
                      .clock = platform.clock,
-                     .timers = platform.timers}),
+                     .timers = platform.timers},
+                    [this] { saveAgainIfShuttingDown(); }),
       m_eventIntake({.queue = m_alarmQueue,
+                     .firedAlarms = m_firedAlarms,
+                     .shownAlarms = m_shownAlarms,
+                     .notifications = m_notificationDelivery,
+                     .fileAccess = m_keptFileAccess,
+                     .statusWindow = windows.statusWindow,
                      .clock = platform.clock,
                      .regionalSettings = platform.regionalSettings,
                      .disposal = platform.disposal},
-                    [this] { m_alarmFiring.setAlarmTimer(); }),
-      m_sourceList(platform.defaults), m_inspector(m_alarmQueue) {
+                    {.fireAlarm = [this] { m_alarmFiring.fireAlarmIfDue(); },
+                     .queueChanged =
+                         [this] {
+                             m_alarmFiring.setAlarmTimer();
+                             saveAgainIfShuttingDown();
+                         }}),
+      m_hostPushes(platform.timers, platform.clock,
+                   [this](Array eventDicts, bool delta) {
+                       m_eventIntake.processEventDicts(std::move(eventDicts), delta, std::nullopt);
+                   }),
+      m_sourceList(platform.defaults), m_dayRollover({.intake = m_eventIntake,
+                                                      .firing = m_alarmFiring,
+                                                      .notifications = m_notificationDelivery,
+                                                      .alarmWindow = windows.alarmWindow,
+                                                      .statusWindow = windows.statusWindow,
+                                                      .weatherDict = m_weatherDict,
+                                                      .clock = platform.clock,
+                                                      .regionalSettings = platform.regionalSettings,
+                                                      .timers = platform.timers}),
+      m_inspector(m_alarmQueue) {
     registerDefaults(platform.defaults);
 }
 
 void PlenzoAlarm::applicationDidFinishLaunching() {
     findApplicationSupportFolder();
+    restoreAlarms();
     m_alarmFiring.fireAlarm();
+    m_dayRollover.setMidnightTimer();
     m_platform.hostLink.open(*this);
+    m_powerNotices = m_platform.powerNotices.observe(*this);
+    m_systemChangeNotices = m_platform.systemChangeNotices.observe(m_dayRollover);
     m_platform.distributedNotifications.post("PlenzoAlarm Launched");
 }
 
 void PlenzoAlarm::applicationWillTerminate() {
     m_platform.hostLink.close();
+    m_powerNotices.reset();
+    m_systemChangeNotices.reset();
     m_platform.distributedNotifications.post("PlenzoAlarm Quit");
 }
 
@@ -55,11 +108,12 @@ void PlenzoAlarm::version(std::string_view version) {
 }
 
 void PlenzoAlarm::alarmsUpdated(Array eventDicts, bool delta) {
-    m_eventIntake.processEventDicts(std::move(eventDicts), delta, std::nullopt);
+    m_hostPushes.push(std::move(eventDicts), delta);
 }
 
 void PlenzoAlarm::sourceListUpdated(const Array& sourceNodes) {
     m_sourceList.setSourceListFromNodes(sourceNodes);
+    saveAgainIfShuttingDown();
 }
 
 bool PlenzoAlarm::deliversByNotificationCenter() const {
@@ -71,6 +125,9 @@ void PlenzoAlarm::prefsUpdated(const Dictionary& preferences) {
     const bool delivered = deliversByNotificationCenter();
     m_platform.defaults.setValues(preferences);
     m_platform.defaults.synchronize();
+    if (m_windows.alarmWindow != nullptr) {
+        m_windows.alarmWindow->snoozePrefsChanged();
+    }
     if (delivered && !deliversByNotificationCenter()) {
         m_notificationDelivery.purgeAllUserNotifications();
     }
@@ -78,11 +135,82 @@ void PlenzoAlarm::prefsUpdated(const Dictionary& preferences) {
 
 void PlenzoAlarm::weatherUpdated(const Dictionary& weather) {
     m_weatherDict = weather;
+    if (m_windows.statusWindow != nullptr) {
+        m_windows.statusWindow->processWeatherDict(m_weatherDict);
+    }
+    saveAgainIfShuttingDown();
 }
 
 void PlenzoAlarm::prepareToStop() {
     m_platform.defaults.synchronize();
     m_notificationDelivery.purgeAllUserNotifications();
+}
+
+bool PlenzoAlarm::eventHasAlarm(const Alarm& row, Instant before) const {
+    const auto records = m_eventIntake.allEventDicts().withUID(row.eventText(keys::uid));
+    return m_alarmQueue.hasAlarmOf(records, before);
+}
+
+void PlenzoAlarm::goingToSleep() {
+    m_hostPushes.goingToSleep();
+}
+
+void PlenzoAlarm::awakeFromSleep() {
+    m_hostPushes.awakeFromSleep();
+    m_dayRollover.awakeFromSleep();
+}
+
+void PlenzoAlarm::shuttingDown() {
+    m_shuttingDown = true;
+    saveAlarms();
+    if (m_platform.fileAccess != nullptr) {
+        m_platform.fileAccess->cleanSecureFiles();
+    }
+}
+
+void PlenzoAlarm::shutdownCanceled() {
+    m_shuttingDown = false;
+    SavedState(m_platform.files, m_applicationSupportFolder).discard();
+}
+
+void PlenzoAlarm::saveAgainIfShuttingDown() {
+    if (m_shuttingDown) {
+        saveAlarms();
+    }
+}
+
+void PlenzoAlarm::saveAlarms() {
+    SavedState(m_platform.files, m_applicationSupportFolder)
+        .save({.eventDicts = m_eventIntake.allEventDicts().eventDicts(),
+               .sourceListNodes = m_sourceList.sourceListNodes(),
+               .weather = m_weatherDict,
+               .issueTime = issueTimeForSaving()});
+}
+
+Instant PlenzoAlarm::issueTimeForSaving() const {
+    const double handled = std::max(m_platform.clock.now().secondsSinceReferenceDate(),
+                                    m_firedAlarms.latest().secondsSinceReferenceDate());
+    const double firstPending = m_alarmQueue.empty()
+                                    ? std::numeric_limits<double>::infinity()
+                                    : m_alarmQueue.fireDate(0).secondsSinceReferenceDate();
+    return Instant(std::min(handled + leastSeconds, firstPending - leastSeconds));
+}
+
+void PlenzoAlarm::restoreAlarms() {
+    SavedState(m_platform.files, m_applicationSupportFolder)
+        .restore({.restoreEvents =
+                      [this](Array eventDicts, Instant issueTime) {
+                          m_eventIntake.processEventDicts(std::move(eventDicts), false, issueTime);
+                      },
+                  .restoreSourceList =
+                      [this](const Array& nodes) { m_sourceList.setSourceListFromNodes(nodes); },
+                  .restoreWeather =
+                      [this](Dictionary weather) {
+                          m_weatherDict = std::move(weather);
+                          if (m_windows.statusWindow != nullptr) {
+                              m_windows.statusWindow->processWeatherDict(m_weatherDict);
+                          }
+                      }});
 }
 
 } // namespace plenzo

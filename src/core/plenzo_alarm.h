@@ -1,46 +1,33 @@
 #pragma once
 
+#include "core/alarm_actions.h"
 #include "core/alarm_date_text.h"
 #include "core/alarm_firing.h"
 #include "core/alarm_queue.h"
+#include "core/alarm_sound.h"
+#include "core/alarm_window_controller.h"
+#include "core/day_rollover.h"
 #include "core/event_intake.h"
+#include "core/fired_alarms.h"
+#include "core/host_pushes.h"
 #include "core/inspector.h"
+#include "core/kept_file_access.h"
 #include "core/notification_delivery.h"
+#include "core/platform.h"
+#include "core/saved_state.h"
+#include "core/shown_alarms.h"
 #include "core/source_list.h"
+#include "core/status_window_controller.h"
+#include "model/host_commands.h"
 #include "model/title_order.h"
-#include "platform/clock.h"
-#include "platform/disposal.h"
-#include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
-#include "platform/localized_strings.h"
 #include "platform/power_notices.h"
-#include "platform/regional_settings.h"
-#include "platform/standard_folders.h"
-#include "platform/system_change_notices.h"
-#include "platform/timers.h"
-#include "platform/user_defaults.h"
-#include "platform/user_notification_center.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace plenzo {
-
-/// What the agent asks of the desktop. Everything outlives the agent.
-struct Platform {
-    const Clock& clock;
-    Timers& timers;
-    const RegionalSettings& regionalSettings;
-    const LocalizedStrings& strings;
-    StandardFolders& folders;
-    UserDefaults& defaults;
-    HostLink& hostLink;
-    DistributedNotifications& distributedNotifications;
-    UserNotificationCenter& userNotificationCenter;
-    Disposal& disposal;
-    PowerNotices& powerNotices;
-    SystemChangeNotices& systemChangeNotices;
-};
 
 /// What the agent knows of its own program.
 struct ProgramIdentity {
@@ -50,14 +37,20 @@ struct ProgramIdentity {
     std::string shortVersion;
 };
 
-/// The agent: owns the collections and what works on them, launches and ends in order, and answers
-/// the host.
-class PlenzoAlarm final : public PlenzoAlarmProtocol {
-public:
-    PlenzoAlarm(Platform platform, ProgramIdentity identity);
+/// The windows, as far as there are any; null otherwise. They outlive the agent.
+struct WindowControllers {
+    AlarmWindowController* alarmWindow = nullptr;
+    StatusWindowController* statusWindow = nullptr;
+};
 
-    /// Everything that was due is fired, then the host's link is opened, then "PlenzoAlarm
-    /// Launched" is posted.
+/// The agent: owns the collections and what works on them, launches and ends in order, and answers
+/// the host and the system.
+class PlenzoAlarm final : public PlenzoAlarmProtocol, private PowerObserver {
+public:
+    PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowControllers windows = {});
+
+    /// What was saved is restored and what was due is fired, then the host's link is opened, then
+    /// "PlenzoAlarm Launched" is posted.
     void applicationDidFinishLaunching();
     /// Closes the host's link and posts "PlenzoAlarm Quit". Saves nothing.
     void applicationWillTerminate();
@@ -69,6 +62,9 @@ public:
     void weatherUpdated(const Dictionary& weather) override;
     void prepareToStop() override;
 
+    /// Whether an alarm of the row's occurrence is to fire before the date.
+    [[nodiscard]] bool eventHasAlarm(const Alarm& row, Instant before) const;
+
     [[nodiscard]] const Inspector& inspector() const { return m_inspector; }
     [[nodiscard]] const Array& sourceListNodes() const { return m_sourceList.sourceListNodes(); }
     [[nodiscard]] const Dictionary& weatherDict() const { return m_weatherDict; }
@@ -78,24 +74,47 @@ public:
     }
 
 private:
+    void goingToSleep() override;
+    void awakeFromSleep() override;
+    void shuttingDown() override;
+    void shutdownCanceled() override;
+
     void findApplicationSupportFolder();
+    void restoreAlarms();
+    void saveAlarms();
+    /// After the end of the session was announced, what changes is saved again.
+    void saveAgainIfShuttingDown();
+    /// The moment that parts the alarms that have fired from those that have not.
+    [[nodiscard]] Instant issueTimeForSaving() const;
     [[nodiscard]] bool deliversByNotificationCenter() const;
 
     Platform m_platform;
     ProgramIdentity m_identity;
+    WindowControllers m_windows;
     /// The short version with a "t", which is what the host has to send.
     std::string m_linkVersion;
     std::string m_applicationSupportFolder;
+    bool m_shuttingDown = false;
 
     TitleOrder m_titleOrder;
     AlarmQueue m_alarmQueue;
+    FiredAlarms m_firedAlarms;
     AlarmDateText m_alarmDateText;
+    HostCommands m_hostCommands;
     NotificationDelivery m_notificationDelivery;
+    ShownAlarms m_shownAlarms;
+    KeptFileAccess m_keptFileAccess;
+    AlarmActions m_alarmActions;
+    AlarmSound m_alarmSound;
     AlarmFiring m_alarmFiring;
     EventIntake m_eventIntake;
+    HostPushes m_hostPushes;
     SourceList m_sourceList;
     Dictionary m_weatherDict;
+    DayRollover m_dayRollover;
     Inspector m_inspector;
+    Handle m_powerNotices;
+    Handle m_systemChangeNotices;
 };
 
 } // namespace plenzo

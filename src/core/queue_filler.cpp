@@ -50,7 +50,9 @@ void QueueFiller::appendAlarmsOf(const EventDict& eventDict) {
     appendUpcomingReminders(*eventDict, m_issueTime, ProximityAlarms::Exclude, m_context,
                             m_reminders);
     for (const UpcomingReminder& reminder : m_reminders) {
-        m_queue.append(eventDict, reminder, m_context.systemZone);
+        if (!m_firedAlarms.contains(*eventDict, *reminder.reminderDict, *reminder.fireDate)) {
+            m_queue.append(eventDict, reminder, m_context.systemZone);
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/alarm_queue.h"
+#include "core/fired_alarms.h"
 #include "core/record_walk.h"
 #include "model/alarm_computation.h"
 #include "model/event_dict.h"
@@ -13,8 +14,10 @@ namespace plenzo {
 /// Appends the alarms of records to the queue, all as of one moment, without proximity alarms.
 class QueueFiller {
 public:
-    QueueFiller(AlarmQueue& queue, std::optional<Instant> issueTime, const AlarmContext& context)
-        : m_queue(queue), m_issueTime(issueTime), m_context(context) {}
+    /// What has fired already is not appended again.
+    QueueFiller(AlarmQueue& queue, const FiredAlarms& firedAlarms, std::optional<Instant> issueTime,
+                const AlarmContext& context)
+        : m_queue(queue), m_firedAlarms(firedAlarms), m_issueTime(issueTime), m_context(context) {}
 
     /// Skips null ones and deletion notices. The queue is to be sorted afterwards.
     void appendAlarmsOf(RecordGroup group);
@@ -23,6 +26,7 @@ private:
     void appendAlarmsOf(const EventDict& eventDict);
 
     AlarmQueue& m_queue;
+    const FiredAlarms& m_firedAlarms;
     std::optional<Instant> m_issueTime;
     AlarmContext m_context;
     std::vector<UpcomingReminder> m_reminders;

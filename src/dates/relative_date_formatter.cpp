@@ -1,5 +1,7 @@
 #include "dates/relative_date_formatter.h"
 
+#include "propertylist/format_string.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -7,24 +9,6 @@
 namespace plenzo {
 
 namespace {
-
-/// The format with every "%1$@" and "%2$@" replaced, in whatever order it has them.
-std::string filled(std::string_view format, const std::string& first, const std::string& second) {
-    constexpr std::string_view firstPlace = "%1$@";
-    constexpr std::string_view secondPlace = "%2$@";
-    std::string text;
-    while (!format.empty()) {
-        const bool isFirst = format.starts_with(firstPlace);
-        if (isFirst || format.starts_with(secondPlace)) {
-            text += isFirst ? first : second;
-            format.remove_prefix(firstPlace.size());
-        } else {
-            text += format.front();
-            format.remove_prefix(1);
-        }
-    }
-    return text;
-}
 
 std::string_view wordKey(std::int64_t daysAfterBase) {
     switch (daysAfterBase) {
@@ -62,8 +46,9 @@ std::string RelativeDateFormatter::stringFromDate(Instant date) const {
     if (format.empty()) {
         return DateFormatter::stringFromDate(date);
     }
-    return filled(format, m_lowercase ? lowerCased(word) : word,
-                  DateFormatter::stringFromDate(date, FormatStyle::None, timeStyle()));
+    return filledFormat(format,
+                        {m_lowercase ? lowerCased(word) : word,
+                         DateFormatter::stringFromDate(date, FormatStyle::None, timeStyle())});
 }
 
 std::string RelativeDateFormatter::relativeWord(Instant date) const {

@@ -40,6 +40,10 @@ Owned<GAppInfo> defaultProgramFor(const std::string& url) {
         return nullptr;
     }
     const std::unique_ptr<char, Free> scheme(g_uri_parse_scheme(url.c_str()));
+    if (scheme.get() == std::string_view("file")) {
+        const Owned<GFile> file(g_file_new_for_uri(url.c_str()));
+        return Owned<GAppInfo>(g_file_query_default_handler(file.get(), nullptr, nullptr));
+    }
     return Owned<GAppInfo>(g_app_info_get_default_for_uri_scheme(scheme.get()));
 }
 
@@ -144,6 +148,13 @@ WorkspaceOfDesktop::~WorkspaceOfDesktop() {
 
 void WorkspaceOfDesktop::openURL(const std::string& url) {
     m_thread.post([this, url, token = newActivationToken()] { m_launcher->open(url, token); });
+}
+
+void WorkspaceOfDesktop::openFile(const std::string& path) {
+    const std::unique_ptr<char, Free> url(g_filename_to_uri(path.c_str(), nullptr, nullptr));
+    if (url) {
+        openURL(url.get());
+    }
 }
 
 void WorkspaceOfDesktop::openURLWithoutActivation(const std::string& url) {

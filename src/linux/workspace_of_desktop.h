@@ -18,6 +18,7 @@ public:
     ~WorkspaceOfDesktop() override;
 
     void openURL(const std::string& url) override;
+    void openFile(const std::string& path) override;
     void openURLWithoutActivation(const std::string& url) override;
 
 private:

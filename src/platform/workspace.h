@@ -15,7 +15,9 @@ public:
     /// Hands the URL to its scheme's default program, which comes forward. Without one nothing
     /// happens.
     virtual void openURL(const std::string& url) = 0;
-    /// The same, but the program stays where it is.
+    /// Hands the file at this absolute path to the default program of its kind, likewise.
+    virtual void openFile(const std::string& path) = 0;
+    /// As openURL, but the program stays where it is.
     virtual void openURLWithoutActivation(const std::string& url) = 0;
 };
 

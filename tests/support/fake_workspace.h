@@ -11,6 +11,7 @@ namespace plenzo {
 class FakeWorkspace final : public Workspace {
 public:
     void openURL(const std::string& url) override { opened.push_back("open " + url); }
+    void openFile(const std::string& path) override { opened.push_back("open file " + path); }
     void openURLWithoutActivation(const std::string& url) override {
         opened.push_back("open quietly " + url);
     }

@@ -1,0 +1,126 @@
+#include "core/saved_state.h"
+
+#include "core/record_walk.h"
+#include "propertylist/binary_property_list.h"
+
+#include <array>
+#include <span>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+constexpr const char* remindersFile = "Reminders.plist";
+constexpr const char* calendarsFile = "Calendars.plist";
+constexpr const char* weatherFile = "Weather.plist";
+/// The first comes last: with it the state counts as put in its place.
+constexpr std::array fileNames{calendarsFile, weatherFile, remindersFile};
+
+/// Being written; then complete, and to be put in place.
+constexpr const char* unfinishedFolder = "Saving";
+constexpr const char* finishedFolder = "Saved";
+
+std::string join(const char* folder, const char* name) {
+    return std::string(folder).append("/").append(name);
+}
+
+Array recordsOf(std::span<const EventDict> eventDicts) {
+    Array records;
+    records.reserve(eventDicts.size());
+    forEachGroup(eventDicts, [&records](RecordGroup group) {
+        for (const EventDict& eventDict : group) {
+            if (eventDict) {
+                records.append(Value(*eventDict));
+            }
+        }
+    });
+    return records;
+}
+
+/// A record that nests or unfolds too far for a file must not cost the others.
+std::vector<std::byte> writtenWithoutTheUnwritable(const Array& array) {
+    auto bytes = writeBinaryPropertyList(Value(array));
+    if (!bytes.empty()) {
+        return bytes;
+    }
+    Array writable;
+    for (const Value& element : array) {
+        if (!writeBinaryPropertyList(Value(Array{element})).empty()) {
+            writable.append(element);
+        }
+    }
+    return writeBinaryPropertyList(Value(std::move(writable)));
+}
+
+std::vector<std::byte> written(const Value& value) {
+    const Array* array = value.array();
+    return array != nullptr ? writtenWithoutTheUnwritable(*array) : writeBinaryPropertyList(value);
+}
+
+} // namespace
+
+bool SavedState::stage(const char* name, const Value& contents) {
+    const auto bytes = written(contents);
+    return !bytes.empty() && m_files.replace(path(join(unfinishedFolder, name).c_str()), bytes);
+}
+
+bool SavedState::save(const Contents& contents) {
+    m_files.remove(path(unfinishedFolder));
+    const bool isStaged =
+        stage(remindersFile, Value(recordsOf(contents.eventDicts))) &&
+        m_files.setModificationDate(path(join(unfinishedFolder, remindersFile).c_str()),
+                                    contents.issueTime) &&
+        stage(calendarsFile, Value(contents.sourceListNodes)) &&
+        (contents.weather.empty() || stage(weatherFile, Value(contents.weather))) &&
+        m_files.remove(path(finishedFolder)) &&
+        m_files.move(path(unfinishedFolder), path(finishedFolder));
+    if (!isStaged) {
+        m_files.remove(path(unfinishedFolder));
+        return false;
+    }
+    putInPlace();
+    return true;
+}
+
+/// What was interrupted is taken up again at the next launch.
+void SavedState::putInPlace() {
+    for (const char* name : fileNames) {
+        m_files.move(path(join(finishedFolder, name).c_str()), path(name));
+    }
+    m_files.remove(path(finishedFolder));
+}
+
+void SavedState::discard() {
+    for (const char* name : {unfinishedFolder, finishedFolder, remindersFile, calendarsFile, weatherFile}) {
+        m_files.remove(path(name));
+    }
+}
+
+std::optional<Value> SavedState::read(const char* name) const {
+    const auto bytes = m_files.read(path(name));
+    return bytes ? readBinaryPropertyList(*bytes) : std::nullopt;
+}
+
+void SavedState::restore(const Steps& steps) {
+    m_files.remove(path(unfinishedFolder));
+    putInPlace();
+    auto events = read(remindersFile);
+    const auto issueTime = m_files.modificationDate(path(remindersFile));
+    if (events && events->array() != nullptr && issueTime) {
+        steps.restoreEvents(std::move(*events->mutableArray()), *issueTime);
+        m_files.remove(path(remindersFile));
+    }
+    auto nodes = read(calendarsFile);
+    if (nodes && nodes->array() != nullptr) {
+        steps.restoreSourceList(std::move(*nodes->mutableArray()));
+        m_files.remove(path(calendarsFile));
+    }
+    auto weather = read(weatherFile);
+    if (weather && weather->dictionary() != nullptr) {
+        steps.restoreWeather(std::move(*weather->mutableDictionary()));
+        m_files.remove(path(weatherFile));
+    }
+}
+
+} // namespace plenzo

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/event_collection.h"
+#include "platform/files.h"
+#include "propertylist/array.h"
+#include "propertylist/dictionary.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace plenzo {
+
+/// What the host last pushed, kept in the agent's folder from the end of the session until the next
+/// launch: "Reminders.plist" the event dictionaries, "Calendars.plist" the source-list nodes,
+/// "Weather.plist" the weather record, all binary property lists without colours. The modification
+/// date of the first is the moment until which alarms had been fired.
+///
+/// The files are saved together or not at all, whatever interrupts the saving: they are written
+/// into a folder of their own, whose renaming decides, and from there moved to their places.
+class SavedState {
+public:
+    /// The folder is the agent's own.
+    SavedState(Files& files, std::string folder) : m_files(files), m_folder(std::move(folder)) {}
+
+    struct Contents {
+        std::span<const EventDict> eventDicts;
+        const Array& sourceListNodes;
+        /// Empty when there is none; then none is written.
+        const Dictionary& weather;
+        Instant issueTime;
+    };
+    /// Replaces what is saved. False when that failed; what was there before is then unchanged.
+    bool save(const Contents& contents);
+    void discard();
+
+    struct Steps {
+        std::function<void(Array eventDicts, Instant issueTime)> restoreEvents;
+        std::function<void(Array sourceListNodes)> restoreSourceList;
+        std::function<void(Dictionary weather)> restoreWeather;
+    };
+    /// Hands on what was saved, and removes each file after its step. A file that is no property
+    /// list of its kind is left where it is.
+    void restore(const Steps& steps);
+
+private:
+    [[nodiscard]] std::string path(const char* name) const { return m_folder + "/" + name; }
+    bool stage(const char* name, const Value& contents);
+    [[nodiscard]] std::optional<Value> read(const char* name) const;
+    void putInPlace();
+
+    Files& m_files;
+    std::string m_folder;
+};
+
+} // namespace plenzo
