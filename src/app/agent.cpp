@@ -83,7 +83,7 @@ public:
         : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
           m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
           m_systemBus(connectToSystemBus(m_loop, [this] { m_powerNotices.systemBusLost(); })),
-          m_userNotificationCenter(m_desktopBus),
+          m_userNotificationCenter(m_desktopBus, m_clock),
           m_powerNotices(m_systemBus.get(), m_desktopBus, [this] { m_loop.quit(0); }),
           m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
           m_busThread(std::move(connections.link)), m_disposal(m_busThread),
@@ -116,7 +116,8 @@ private:
                 .userNotificationCenter = m_userNotificationCenter,
                 .disposal = m_disposal,
                 .powerNotices = m_powerNotices,
-                .systemChangeNotices = m_systemSettings};
+                .systemChangeNotices = m_systemSettings,
+                .workspace = m_workspace};
     }
 
     MainLoop m_loop;

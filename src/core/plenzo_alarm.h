@@ -7,6 +7,7 @@
 #include "core/inspector.h"
 #include "core/notification_delivery.h"
 #include "core/source_list.h"
+#include "model/host_commands.h"
 #include "model/title_order.h"
 #include "platform/clock.h"
 #include "platform/disposal.h"
@@ -20,6 +21,7 @@
 #include "platform/timers.h"
 #include "platform/user_defaults.h"
 #include "platform/user_notification_center.h"
+#include "platform/workspace.h"
 
 #include <string>
 #include <string_view>
@@ -40,6 +42,7 @@ struct Platform {
     Disposal& disposal;
     PowerNotices& powerNotices;
     SystemChangeNotices& systemChangeNotices;
+    Workspace& workspace;
 };
 
 /// What the agent knows of its own program.
@@ -90,6 +93,7 @@ private:
     TitleOrder m_titleOrder;
     AlarmQueue m_alarmQueue;
     AlarmDateText m_alarmDateText;
+    HostCommands m_hostCommands;
     NotificationDelivery m_notificationDelivery;
     AlarmFiring m_alarmFiring;
     EventIntake m_eventIntake;

@@ -9,6 +9,7 @@
 #include "support/fake_system_change_notices.h"
 #include "support/fake_timers.h"
 #include "support/fake_user_defaults.h"
+#include "support/fake_workspace.h"
 #include "support/instants.h"
 
 #include <string>
@@ -27,10 +28,11 @@ struct TestAgent {
     FakeUserDefaults defaults;
     FakeHostLink hostLink{journal};
     FakeDistributedNotifications distributedNotifications{journal};
-    FakeUserNotificationCenter notifications{journal};
+    FakeUserNotificationCenter notifications{journal, clock};
     FakeDisposal disposal;
     FakePowerNotices powerNotices;
     FakeSystemChangeNotices systemChangeNotices;
+    FakeWorkspace workspace;
     PlenzoAlarm agent{{.clock = clock,
                        .timers = timers,
                        .regionalSettings = regionalSettings,
@@ -42,7 +44,8 @@ struct TestAgent {
                        .userNotificationCenter = notifications,
                        .disposal = disposal,
                        .powerNotices = powerNotices,
-                       .systemChangeNotices = systemChangeNotices},
+                       .systemChangeNotices = systemChangeNotices,
+                       .workspace = workspace},
                       {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
 
     /// Alarms reach the user, by notifications.
