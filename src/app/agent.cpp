@@ -9,6 +9,7 @@
 #include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
 #include "linux/file_user_defaults.h"
+#include "linux/files_on_disk.h"
 #include "linux/freedesktop_notifications.h"
 #include "linux/host_link_on_bus.h"
 #include "linux/inspector_on_bus.h"
@@ -83,7 +84,7 @@ public:
         : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
           m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
           m_systemBus(connectToSystemBus(m_loop, [this] { m_powerNotices.systemBusLost(); })),
-          m_userNotificationCenter(m_desktopBus),
+          m_userNotificationCenter(m_desktopBus, m_clock),
           m_powerNotices(m_systemBus.get(), m_desktopBus, [this] { m_loop.quit(0); }),
           m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
           m_busThread(std::move(connections.link)), m_disposal(m_busThread),
@@ -110,13 +111,15 @@ private:
                 .regionalSettings = m_regionalSettings,
                 .strings = m_strings,
                 .folders = m_folders,
+                .files = m_files,
                 .defaults = m_defaults,
                 .hostLink = m_hostLink,
                 .distributedNotifications = m_distributedNotifications,
                 .userNotificationCenter = m_userNotificationCenter,
-                .disposal = m_disposal,
+                .workspace = m_workspace,
                 .powerNotices = m_powerNotices,
-                .systemChangeNotices = m_systemSettings};
+                .systemChangeNotices = m_systemSettings,
+                .disposal = m_disposal};
     }
 
     MainLoop m_loop;
@@ -125,6 +128,7 @@ private:
     RegionalSettingsOfSystem m_regionalSettings;
     MainStringTable m_strings{resourceFolder(), languagesOfUser()};
     XdgFolders m_folders;
+    FilesOnDisk m_files;
     FileUserDefaults m_defaults;
     BusOnMainLoop m_desktopBus;
     std::unique_ptr<BusOnMainLoop> m_systemBus;

@@ -49,7 +49,8 @@ void AlarmActions::carryOut(const Alarm& alarm) {
 
 void AlarmActions::open(const Alarm& alarm) {
     if (alarm.reminderDict->contains(keys::book)) {
-        openSecureFile(alarm.reminderDict->dataForKey(keys::book).value_or(std::span<const std::byte>()));
+        openSecureFile(
+            alarm.reminderDict->dataForKey(keys::book).value_or(std::span<const std::byte>()));
         return;
     }
     const std::string url(alarm.reminderText(keys::url));
@@ -60,9 +61,10 @@ void AlarmActions::open(const Alarm& alarm) {
 
 void AlarmActions::openSecureFile(std::span<const std::byte> transportData) {
     FileAccess* files = m_collaborators.fileAccess;
-    const auto named = files != nullptr ? files->secureFileFromTransportData(transportData) : std::nullopt;
-    const auto path =
-        named ? files->secureFileFromPath(*named, FileAccess::CreateIfFileExists::Yes) : std::nullopt;
+    const auto named =
+        files != nullptr ? files->secureFileFromTransportData(transportData) : std::nullopt;
+    const auto path = named ? files->secureFileFromPath(*named, FileAccess::CreateIfFileExists::Yes)
+                            : std::nullopt;
     if (path && files->startAccessing(*path)) {
         m_collaborators.workspace.openFile(*path);
         files->stopAccessing(*path);
@@ -77,15 +79,16 @@ void AlarmActions::sendMail(const Alarm& alarm) {
 
 MailMessage AlarmActions::message(const Alarm& alarm) const {
     const RegionalSettings& settings = m_collaborators.regionalSettings;
-    const AlarmContext context{.now = m_collaborators.clock.now(), .systemZone = settings.timeZone()};
+    const AlarmContext context{.now = m_collaborators.clock.now(),
+                               .systemZone = settings.timeZone()};
     const LocalizedStrings& strings = m_collaborators.strings;
     const std::string_view title = alarm.eventText(keys::title);
     return {.attachment = {},
             .recipients = recipients(*alarm.reminderDict),
             .subject = filledFormat(strings.string("Plenzo Alarm - %@"), {title}),
-            .body = filledFormat(strings.string("%@\n\n%@\n\n%@"),
-                                 {dateRangeToString(alarm, context, settings.locale()), title,
-                                  details(alarm)})};
+            .body = filledFormat(
+                strings.string("%@\n\n%@\n\n%@"),
+                {dateRangeToString(alarm, context, settings.locale()), title, details(alarm)})};
 }
 
 } // namespace plenzo

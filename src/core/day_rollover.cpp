@@ -20,8 +20,8 @@ Instant DayRollover::midnightTonight() const {
 
 void DayRollover::setMidnightTimer() {
     m_midnightTimerDate = midnightTonight() + secondsAfterMidnight;
-    m_midnightTimer = m_collaborators.timers.schedule(m_midnightTimerDate,
-                                                      [this] { midnightRefresh(); });
+    m_midnightTimer =
+        m_collaborators.timers.schedule(m_midnightTimerDate, [this] { midnightRefresh(); });
 }
 
 void DayRollover::midnightRefresh() {

@@ -8,7 +8,8 @@ namespace plenzo {
 
 void FiredAlarms::add(const Dictionary& eventDict, const Dictionary& reminderDict,
                       Instant fireDate) {
-    m_latest = std::max(m_latest, fireDate, [](Instant left, Instant right) { return left < right; });
+    m_latest =
+        std::max(m_latest, fireDate, [](Instant left, Instant right) { return left < right; });
     const auto eventUID = eventDict.stringForKey(keys::uid);
     const auto reminderUID = reminderDict.stringForKey(keys::uid);
     if (eventUID && reminderUID) {

@@ -26,8 +26,7 @@ void KeptFileAccess::saveSecureFileURLsInEventDict(const Dictionary& eventDict) 
 
 void KeptFileAccess::saveSecureFile(std::span<const std::byte> transportData) {
     const auto path = m_fileAccess->secureFileFromTransportData(transportData);
-    if (path &&
-        !m_fileAccess->secureFileFromPath(*path, FileAccess::CreateIfFileExists::No)) {
+    if (path && !m_fileAccess->secureFileFromPath(*path, FileAccess::CreateIfFileExists::No)) {
         m_fileAccess->saveSecureFile(*path);
     }
 }

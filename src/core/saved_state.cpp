@@ -92,7 +92,8 @@ void SavedState::putInPlace() {
 }
 
 void SavedState::discard() {
-    for (const char* name : {unfinishedFolder, finishedFolder, remindersFile, calendarsFile, weatherFile}) {
+    for (const char* name :
+         {unfinishedFolder, finishedFolder, remindersFile, calendarsFile, weatherFile}) {
         m_files.remove(path(name));
     }
 }

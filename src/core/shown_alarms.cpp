@@ -6,7 +6,8 @@
 namespace plenzo {
 
 bool alarmIsCanceledByEventDict(const Alarm& alarm, const Dictionary& eventDict) {
-    if (alarm.eventDict == nullptr || alarm.eventDict->stringForKey(keys::uid) != eventDict.stringForKey(keys::uid)) {
+    if (alarm.eventDict == nullptr ||
+        alarm.eventDict->stringForKey(keys::uid) != eventDict.stringForKey(keys::uid)) {
         return false;
     }
     const auto reminderUID =

@@ -50,17 +50,17 @@ std::string joinedLines(const std::string& first, const std::string& second) {
 
 } // namespace
 
-FreedesktopNotifications::FreedesktopNotifications(BusOnMainLoop& bus)
-    : m_bus(bus), m_server(sdbus::createProxy(bus.connection(), serverName, serverPath)) {
+FreedesktopNotifications::FreedesktopNotifications(BusOnMainLoop& bus, const Clock& clock)
+    : m_bus(bus), m_clock(clock),
+      m_server(sdbus::createProxy(bus.connection(), serverName, serverPath)) {
     subscribe();
 }
 
 void FreedesktopNotifications::subscribe() {
     m_server->uponSignal("NotificationClosed")
         .onInterface(serverInterface)
-        .call([this](std::uint32_t identifier, std::uint32_t /*reason*/) {
-            m_delivered.erase(identifier);
-        });
+        .call(
+            [this](std::uint32_t identifier, std::uint32_t /*reason*/) { noteClosed(identifier); });
     m_server->finishRegistration();
     m_ownerChanges =
         m_bus.connection().addMatch(ownerChangeMatch, [this](sdbus::Message&) { forgetServer(); });
@@ -70,9 +70,10 @@ void FreedesktopNotifications::subscribe() {
 /// A new server knows nothing of the old one's notifications, and may show text differently.
 void FreedesktopNotifications::forgetServer() {
     ++m_serverNumber;
-    m_delivered.clear();
-    m_onTheirWay = 0;
-    m_toBeClosedOnArrival = 0;
+    m_shown.clear();
+    std::erase_if(m_there, [](const DeliveredNotification& notification) {
+        return notification.hasBeenShown;
+    });
     m_bodyText.reset();
     m_isAsking = false;
     if (!m_waiting.empty()) {
@@ -81,11 +82,15 @@ void FreedesktopNotifications::forgetServer() {
 }
 
 void FreedesktopNotifications::deliver(const UserNotification& notification) {
+    m_there.push_back({.identifier = ++m_count,
+                       .title = notification.title,
+                       .userInformation = notification.userInformation,
+                       .actualDeliveryDate = m_clock.now()});
     if (m_bodyText) {
-        notify(notification);
+        notify({m_count, notification});
         return;
     }
-    m_waiting.push_back(notification);
+    m_waiting.push_back({m_count, notification});
     if (!m_isAsking) {
         askForCapabilities();
     }
@@ -114,12 +119,13 @@ void FreedesktopNotifications::noteCapabilities(const std::vector<std::string>& 
     const bool hasMarkup =
         std::find(capabilities.begin(), capabilities.end(), "body-markup") != capabilities.end();
     m_bodyText = hasMarkup ? BodyText::Markup : BodyText::Plain;
-    for (const UserNotification& notification : std::exchange(m_waiting, {})) {
-        notify(notification);
+    for (const Waiting& waiting : std::exchange(m_waiting, {})) {
+        notify(waiting);
     }
 }
 
-void FreedesktopNotifications::notify(const UserNotification& notification) {
+void FreedesktopNotifications::notify(const Waiting& waiting) {
+    const UserNotification& notification = waiting.notification;
     const auto body = joinedLines(notification.subtitle, notification.informativeText);
     const std::map<std::string, sdbus::Variant> hints{
         {"urgency", sdbus::Variant(criticalUrgency)},
@@ -131,45 +137,70 @@ void FreedesktopNotifications::notify(const UserNotification& notification) {
                            std::string("appointment-soon"), busText(notification.title),
                            busText(m_bodyText == BodyText::Markup ? escaped(body) : body),
                            std::vector<std::string>(), hints, neverExpires)
-            .uponReplyInvoke([this, server = m_serverNumber](const sdbus::Error* error,
-                                                             std::uint32_t identifier) {
+            .uponReplyInvoke([this, server = m_serverNumber, identifier = waiting.identifier](
+                                 const sdbus::Error* error, std::uint32_t serverIdentifier) {
                 if (server == m_serverNumber) {
-                    noteAnswer(error == nullptr ? std::optional(identifier) : std::nullopt);
+                    noteAnswer(identifier,
+                               error == nullptr ? std::optional(serverIdentifier) : std::nullopt);
                 }
             });
-        ++m_onTheirWay;
         m_bus.sent();
     } catch (const sdbus::Error&) {
         return; // The bus has gone, and the program ends with it.
     }
 }
 
-void FreedesktopNotifications::noteAnswer(std::optional<std::uint32_t> identifier) {
-    --m_onTheirWay;
-    const bool isToBeClosed = m_toBeClosedOnArrival > 0;
-    if (isToBeClosed) {
-        --m_toBeClosedOnArrival;
+void FreedesktopNotifications::noteAnswer(std::uint64_t identifier,
+                                          std::optional<std::uint32_t> serverIdentifier) {
+    const auto found = std::ranges::find(m_there, identifier, &DeliveredNotification::identifier);
+    if (found != m_there.end()) {
+        found->hasBeenShown = true;
     }
-    if (identifier && isToBeClosed) {
-        close(*identifier);
-    } else if (identifier) {
-        m_delivered.insert(*identifier);
+    if (serverIdentifier && found == m_there.end()) {
+        close(*serverIdentifier);
+    } else if (serverIdentifier) {
+        m_shown.emplace(*serverIdentifier, identifier);
+    }
+}
+
+void FreedesktopNotifications::noteClosed(std::uint32_t serverIdentifier) {
+    if (const auto shown = m_shown.extract(serverIdentifier)) {
+        take(shown.mapped());
+    }
+}
+
+bool FreedesktopNotifications::take(std::uint64_t identifier) {
+    return std::erase_if(m_there, [identifier](const DeliveredNotification& notification) {
+               return notification.identifier == identifier;
+           }) > 0;
+}
+
+void FreedesktopNotifications::removeDelivered(std::uint64_t identifier) {
+    take(identifier);
+    std::erase_if(m_waiting, [identifier](const Waiting& waiting) {
+        return waiting.identifier == identifier;
+    });
+    const auto shown =
+        std::ranges::find(m_shown, identifier, &decltype(m_shown)::value_type::second);
+    if (shown != m_shown.end()) {
+        close(shown->first);
+        m_shown.erase(shown);
     }
 }
 
 void FreedesktopNotifications::removeAllDelivered() {
     m_waiting.clear();
-    m_toBeClosedOnArrival = m_onTheirWay;
-    for (const std::uint32_t identifier : std::exchange(m_delivered, {})) {
-        close(identifier);
+    m_there.clear();
+    for (const auto& [serverIdentifier, identifier] : std::exchange(m_shown, {})) {
+        close(serverIdentifier);
     }
 }
 
-void FreedesktopNotifications::close(std::uint32_t identifier) {
+void FreedesktopNotifications::close(std::uint32_t serverIdentifier) {
     try {
         m_server->callMethodAsync("CloseNotification")
             .onInterface(serverInterface)
-            .withArguments(identifier)
+            .withArguments(serverIdentifier)
             .uponReplyInvoke([](const sdbus::Error* /*error*/) {});
         m_bus.sent();
     } catch (const sdbus::Error&) {

@@ -1,14 +1,16 @@
 #pragma once
 
 #include "linux/bus_on_main_loop.h"
+#include "platform/clock.h"
+#include "platform/observer_slot.h"
 #include "platform/user_notification_center.h"
 
 #include <sdbus-c++/IProxy.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -18,10 +20,20 @@ namespace plenzo {
 /// when there is none; one that goes away takes its notifications along.
 class FreedesktopNotifications final : public UserNotificationCenter {
 public:
-    explicit FreedesktopNotifications(BusOnMainLoop& bus);
+    FreedesktopNotifications(BusOnMainLoop& bus, const Clock& clock);
 
     void deliver(const UserNotification& notification) override;
+    [[nodiscard]] const std::vector<DeliveredNotification>&
+    deliveredNotifications() const override {
+        return m_there;
+    }
+    void removeDelivered(std::uint64_t identifier) override;
     void removeAllDelivered() override;
+    /// The servers' sounds are not known here: every notification has the desktop's own.
+    [[nodiscard]] bool hasSoundNamed(const std::string& /*name*/) const override { return false; }
+    [[nodiscard]] Handle observe(UserNotificationObserver& observer) override {
+        return m_observer.observe(observer);
+    }
 
 private:
     enum class BodyText { Plain, Markup };
@@ -30,25 +42,33 @@ private:
     void askForCapabilities();
     void noteCapabilities(const std::vector<std::string>& capabilities);
     void forgetServer();
-    void notify(const UserNotification& notification);
+    struct Waiting {
+        std::uint64_t identifier;
+        UserNotification notification;
+    };
+
+    void notify(const Waiting& waiting);
     /// The server's identifier of a delivery, or nothing when it failed.
-    void noteAnswer(std::optional<std::uint32_t> identifier);
-    void close(std::uint32_t identifier);
+    void noteAnswer(std::uint64_t identifier, std::optional<std::uint32_t> serverIdentifier);
+    void noteClosed(std::uint32_t serverIdentifier);
+    bool take(std::uint64_t identifier);
+    void close(std::uint32_t serverIdentifier);
 
     BusOnMainLoop& m_bus;
+    const Clock& m_clock;
     /// Grows when a server comes or goes: answers of earlier ones count no more.
     std::uint64_t m_serverNumber = 0;
     std::unique_ptr<sdbus::IProxy> m_server;
     sdbus::Slot m_ownerChanges;
     /// Unknown until the server of the moment has answered; until then deliveries wait.
     std::optional<BodyText> m_bodyText;
-    std::vector<UserNotification> m_waiting;
+    std::vector<Waiting> m_waiting;
     bool m_isAsking = false;
-    std::set<std::uint32_t> m_delivered;
-    /// Deliveries that the server has not answered yet. Answers come in the order of the calls.
-    std::uint32_t m_onTheirWay = 0;
-    /// How many of them, the oldest ones, were to be removed meanwhile.
-    std::uint32_t m_toBeClosedOnArrival = 0;
+    ObserverSlot<UserNotificationObserver> m_observer;
+    std::uint64_t m_count = 0;
+    std::vector<DeliveredNotification> m_there;
+    /// By the server's identifiers, as soon as it has told them.
+    std::map<std::uint32_t, std::uint64_t> m_shown;
 };
 
 } // namespace plenzo

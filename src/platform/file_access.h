@@ -24,8 +24,8 @@ public:
     secureFileFromTransportData(std::span<const std::byte> transportData) const = 0;
     /// The file at the path, when access to it is kept; else, when it is to be created, the file if
     /// it can be read or the user grants it.
-    [[nodiscard]] virtual std::optional<std::string> secureFileFromPath(const std::string& path,
-                                                                        CreateIfFileExists create) = 0;
+    [[nodiscard]] virtual std::optional<std::string>
+    secureFileFromPath(const std::string& path, CreateIfFileExists create) = 0;
     /// Keeps access to the file. False when that failed.
     virtual bool saveSecureFile(const std::string& path) = 0;
     /// Lets go of the access to files that are gone.

@@ -3,12 +3,15 @@
 #include "core/plenzo_alarm.h"
 #include "core/preference_keys.h"
 #include "propertylist/known_keys.h"
+#include "support/fake_actions.h"
 #include "support/fake_clock.h"
 #include "support/fake_desktop.h"
+#include "support/fake_files.h"
 #include "support/fake_power_notices.h"
 #include "support/fake_system_change_notices.h"
 #include "support/fake_timers.h"
 #include "support/fake_user_defaults.h"
+#include "support/fake_workspace.h"
 #include "support/instants.h"
 
 #include <string>
@@ -16,34 +19,55 @@
 
 namespace plenzo {
 
-/// The agent over fakes, in Berlin, at noon UTC of 10 March 2026.
-struct TestAgent {
+/// The desktop of an agent, all fakes: in Berlin, at noon UTC of 10 March 2026.
+struct TestDesktop {
     Journal journal;
     FakeClock clock{utc(2026, 3, 10, 12)};
     FakeTimers timers{clock};
     FakeRegionalSettings regionalSettings{zone("Europe/Berlin")};
     FakeLocalizedStrings strings;
     FakeStandardFolders folders{journal};
+    FakeFiles files{clock};
     FakeUserDefaults defaults;
     FakeHostLink hostLink{journal};
     FakeDistributedNotifications distributedNotifications{journal};
-    FakeUserNotificationCenter notifications{journal};
-    FakeDisposal disposal;
+    FakeUserNotificationCenter notifications{journal, clock};
+    FakeWorkspace workspace;
     FakePowerNotices powerNotices;
     FakeSystemChangeNotices systemChangeNotices;
-    PlenzoAlarm agent{{.clock = clock,
-                       .timers = timers,
-                       .regionalSettings = regionalSettings,
-                       .strings = strings,
-                       .folders = folders,
-                       .defaults = defaults,
-                       .hostLink = hostLink,
-                       .distributedNotifications = distributedNotifications,
-                       .userNotificationCenter = notifications,
-                       .disposal = disposal,
-                       .powerNotices = powerNotices,
-                       .systemChangeNotices = systemChangeNotices},
-                      {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};
+    FakeDisposal disposal;
+    FakeFileAccess fileAccess;
+    FakeMailer mailer;
+    FakeSounds sounds;
+
+    [[nodiscard]] Platform platform() {
+        return {.clock = clock,
+                .timers = timers,
+                .regionalSettings = regionalSettings,
+                .strings = strings,
+                .folders = folders,
+                .files = files,
+                .defaults = defaults,
+                .hostLink = hostLink,
+                .distributedNotifications = distributedNotifications,
+                .userNotificationCenter = notifications,
+                .workspace = workspace,
+                .powerNotices = powerNotices,
+                .systemChangeNotices = systemChangeNotices,
+                .disposal = disposal,
+                .fileAccess = &fileAccess,
+                .mailer = &mailer,
+                .sounds = &sounds};
+    }
+};
+
+inline ProgramIdentity testIdentity() {
+    return {.folderName = "PlenzoAlarm", .shortVersion = "2.1"};
+}
+
+/// The agent on that desktop, without windows.
+struct TestAgent : TestDesktop {
+    PlenzoAlarm agent{platform(), testIdentity()};
 
     /// Alarms reach the user, by notifications.
     void issueAlarms() {

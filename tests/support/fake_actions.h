@@ -42,8 +42,8 @@ public:
                                transportData.size());
         return files.contains(path) ? std::optional(path) : std::nullopt;
     }
-    [[nodiscard]] std::optional<std::string> secureFileFromPath(const std::string& path,
-                                                                CreateIfFileExists create) override {
+    [[nodiscard]] std::optional<std::string>
+    secureFileFromPath(const std::string& path, CreateIfFileExists create) override {
         const bool isAsked = create == CreateIfFileExists::Yes && files.contains(path);
         return kept.contains(path) || isAsked ? std::optional(path) : std::nullopt;
     }

@@ -6,7 +6,8 @@
 #include "platform/localized_strings.h"
 #include "platform/regional_settings.h"
 #include "platform/standard_folders.h"
-#include "platform/user_notification_center.h"
+#include "support/fake_user_notification_center.h"
+#include "support/journal.h"
 
 #include <memory>
 #include <optional>
@@ -15,9 +16,6 @@
 #include <vector>
 
 namespace plenzo {
-
-/// What happened, across several fakes, in order: "post PlenzoAlarm Launched", "open link".
-using Journal = std::vector<std::string>;
 
 class FakeHostLink final : public HostLink {
 public:
@@ -41,24 +39,6 @@ class FakeDistributedNotifications final : public DistributedNotifications {
 public:
     explicit FakeDistributedNotifications(Journal& journal) : m_journal(journal) {}
     void post(std::string_view name) override { m_journal.push_back("post " + std::string(name)); }
-
-private:
-    Journal& m_journal;
-};
-
-class FakeUserNotificationCenter final : public UserNotificationCenter {
-public:
-    explicit FakeUserNotificationCenter(Journal& journal) : m_journal(journal) {}
-    void deliver(const UserNotification& notification) override {
-        m_journal.push_back("deliver " + notification.title);
-        delivered.push_back(notification);
-    }
-    void removeAllDelivered() override {
-        m_journal.emplace_back("remove notifications");
-        delivered.clear();
-    }
-
-    std::vector<UserNotification> delivered;
 
 private:
     Journal& m_journal;

@@ -50,7 +50,9 @@ public:
             eventDicts, [](const EventDict& eventDict) { return eventDict != nullptr; });
         told.push_back((delta ? "delta " : "all ") + std::to_string(count));
     }
-    void processWeatherDict(const Dictionary& /*weather*/) override { told.emplace_back("weather"); }
+    void processWeatherDict(const Dictionary& /*weather*/) override {
+        told.emplace_back("weather");
+    }
     void reloadIfVisible() override { told.emplace_back("reload"); }
 
     std::vector<std::string> told;

@@ -22,8 +22,8 @@ struct Firing {
 using Firings = std::set<Firing>;
 
 /// Knows what has to reach the user, and when: every reminder of what the host last said, once, at
-/// the moment the clock shows its date or, if nobody is awake then, at the next moment when somebody
-/// is. It goes through all reminders every time and keeps no queue.
+/// the moment the clock shows its date or, if nobody is awake then, at the next moment when
+/// somebody is. It goes through all reminders every time and keeps no queue.
 class Oracle {
 public:
     Oracle(Instant now, TimeZone zone) : m_now(now), m_zone(zone) {}
