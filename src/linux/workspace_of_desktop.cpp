@@ -122,8 +122,8 @@ public:
     }
 
 private:
-    /// GLib tells the bus what it starts too. Left to itself it would connect each time, and end the
-    /// whole program with the bus.
+    /// GLib tells the bus what it starts too. Left to itself it would connect each time, and end
+    /// the whole program with the bus.
     void connect() {
         if (!m_bus) {
             m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));

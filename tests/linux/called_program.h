@@ -43,8 +43,8 @@ public:
     /// Waits until there is one, but not for ever.
     Call nextCall() {
         std::unique_lock lock(m_mutex);
-        const bool isCalled = m_called.wait_for(lock, std::chrono::seconds(20),
-                                                [this] { return !m_calls.empty(); });
+        const bool isCalled =
+            m_called.wait_for(lock, std::chrono::seconds(20), [this] { return !m_calls.empty(); });
         if (!isCalled) {
             return {};
         }

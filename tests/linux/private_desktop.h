@@ -10,7 +10,8 @@ namespace plenzo {
 
 /// The desktop of this test program alone: a bus, empty folders of the user and of the system, and
 /// an X display that nobody answers on. It was itself started with an activation token. GLib reads
-/// all this once, so there is one for the whole program, with the default programs of these schemes:
+/// all this once, so there is one for the whole program, with the default programs of these
+/// schemes:
 ///
 ///     plenzo-record   notes what it was started with
 ///     plenzo-fails    the same, and ends with a failure

@@ -1,11 +1,11 @@
-#include "linux/workspace_of_desktop.h"
 #include "called_program.h"
+#include "linux/environment.h"
+#include "linux/workspace_of_desktop.h"
 #include "private_desktop.h"
 #include "support/fake_workspace.h"
 #include "support/workspace_contract.h"
 
 #include <gmock/gmock.h>
-
 #include <unistd.h>
 
 #include <cstdlib>
@@ -110,7 +110,7 @@ TEST_F(TheWorkspace, GivesAProgramThatStaysNoToken) {
 
 TEST(AWorkspaceWithoutADisplay, GivesNoToken) {
     PrivateDesktop& desktop = PrivateDesktop::instance();
-    const std::string display = std::getenv("DISPLAY");
+    const std::string display = environment("DISPLAY");
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
         none != nullptr ? ::setenv("DISPLAY", none, 1) : ::unsetenv("DISPLAY");
         WorkspaceOfDesktop().openURL("plenzo-record://show/a");
