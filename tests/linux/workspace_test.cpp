@@ -150,8 +150,8 @@ TEST(AWorkspaceThatEnds, HasHandedOverEverything) {
     CalledProgram program(desktop.busAddress());
     {
         WorkspaceOfDesktop workspace;
-        workspace.openURLWithoutActivation("plenzo-called://acknowledge/a");
         workspace.openURLWithoutActivation("plenzo-record://acknowledge/b");
+        workspace.openURLWithoutActivation("plenzo-called://acknowledge/a");
     }
     EXPECT_THAT(program.nextCall().urls, ElementsAre("plenzo-called://acknowledge/a"));
     EXPECT_EQ(nextStart().url, "plenzo-record://acknowledge/b");
