@@ -2,7 +2,6 @@
 
 #include <glib.h>
 
-#include <memory>
 #include <utility>
 
 namespace plenzo {
@@ -22,29 +21,39 @@ void deleteTask(gpointer task) {
 
 } // namespace
 
+struct GLibThread::Loop {
+    Loop() = default;
+    Loop(const Loop&) = delete;
+    Loop& operator=(const Loop&) = delete;
+    ~Loop() {
+        g_main_loop_unref(loop);
+        g_main_context_unref(context);
+    }
+
+    void run() const {
+        g_main_context_push_thread_default(context);
+        g_main_loop_run(loop);
+        g_main_context_pop_thread_default(context);
+    }
+
+    GMainContext* const context = g_main_context_new();
+    GMainLoop* const loop = g_main_loop_new(context, FALSE);
+};
+
 GLibThread::GLibThread()
-    : m_context(g_main_context_new()), m_loop(g_main_loop_new(m_context, FALSE)),
-      m_thread([this] { run(); }) {}
+    : m_loop(std::make_unique<Loop>()), m_thread([loop = m_loop.get()] { loop->run(); }) {}
 
 GLibThread::~GLibThread() {
-    post([this] { g_main_loop_quit(m_loop); });
+    post([this] { g_main_loop_quit(m_loop->loop); });
     m_thread.join();
-    g_main_loop_unref(m_loop);
-    g_main_context_unref(m_context);
 }
 
 void GLibThread::post(std::function<void()> task) {
     GSource* source = g_idle_source_new();
     g_source_set_callback(source, runTask, std::make_unique<Task>(std::move(task)).release(),
                           deleteTask);
-    g_source_attach(source, m_context);
+    g_source_attach(source, m_loop->context);
     g_source_unref(source);
-}
-
-void GLibThread::run() {
-    g_main_context_push_thread_default(m_context);
-    g_main_loop_run(m_loop);
-    g_main_context_pop_thread_default(m_context);
 }
 
 } // namespace plenzo

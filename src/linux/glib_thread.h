@@ -1,10 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <thread>
-
-struct _GMainContext;
-struct _GMainLoop;
 
 namespace plenzo {
 
@@ -23,10 +21,9 @@ public:
     void post(std::function<void()> task);
 
 private:
-    void run();
+    struct Loop;
 
-    _GMainContext* m_context;
-    _GMainLoop* m_loop;
+    std::unique_ptr<Loop> m_loop;
     std::thread m_thread;
 };
 

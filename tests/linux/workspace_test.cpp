@@ -1,4 +1,5 @@
 #include "called_program.h"
+#include "linux/environment.h"
 #include "linux/workspace_of_desktop.h"
 #include "private_desktop.h"
 #include "support/fake_workspace.h"
@@ -109,7 +110,7 @@ TEST_F(TheWorkspace, GivesAProgramThatStaysNoToken) {
 
 TEST(AWorkspaceWithoutADisplay, GivesNoToken) {
     PrivateDesktop& desktop = PrivateDesktop::instance();
-    const std::string display = std::getenv("DISPLAY");
+    const std::string display = environment("DISPLAY");
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
         none != nullptr ? ::setenv("DISPLAY", none, 1) : ::unsetenv("DISPLAY");
         WorkspaceOfDesktop().openURL("plenzo-record://show/a");
@@ -149,8 +150,8 @@ TEST(AWorkspaceThatEnds, HasHandedOverEverything) {
     CalledProgram program(desktop.busAddress());
     {
         WorkspaceOfDesktop workspace;
-        workspace.openURLWithoutActivation("plenzo-called://acknowledge/a");
         workspace.openURLWithoutActivation("plenzo-record://acknowledge/b");
+        workspace.openURLWithoutActivation("plenzo-called://acknowledge/a");
     }
     EXPECT_THAT(program.nextCall().urls, ElementsAre("plenzo-called://acknowledge/a"));
     EXPECT_EQ(nextStart().url, "plenzo-record://acknowledge/b");
