@@ -70,9 +70,7 @@ public:
         m_intake.processEventDicts(records, delta, std::nullopt);
     }
     /// What a new day asks for: the whole queue anew from the records that are there.
-    void refresh() {
-        m_intake.processEvents(m_intake.allEventDicts().eventDicts(), false, std::nullopt);
-    }
+    void refresh() { m_intake.recomputeQueue(); }
     [[nodiscard]] std::size_t pendingCount() const { return m_queue.size(); }
 
 private:
@@ -80,7 +78,11 @@ private:
     FakeRegionalSettings m_settings{TimeZone::named("Europe/Berlin").value_or(TimeZone())};
     TitleOrder m_titles{"en_US"};
     AlarmQueue m_queue{m_titles};
-    EventIntake m_intake{{.queue = m_queue, .clock = m_clock, .regionalSettings = m_settings},
+    FakeDisposal m_disposal;
+    EventIntake m_intake{{.queue = m_queue,
+                          .clock = m_clock,
+                          .regionalSettings = m_settings,
+                          .disposal = m_disposal},
                          [] {}};
 };
 

@@ -6,6 +6,7 @@
 #include "linux/agent_address.h"
 #include "linux/bus_on_main_loop.h"
 #include "linux/bus_thread.h"
+#include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
 #include "linux/file_user_defaults.h"
 #include "linux/freedesktop_notifications.h"
@@ -17,6 +18,7 @@
 #include "linux/system_clock.h"
 #include "linux/system_settings_watch.h"
 #include "linux/termination_signals.h"
+#include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -84,8 +86,8 @@ public:
           m_userNotificationCenter(m_desktopBus),
           m_powerNotices(m_systemBus.get(), m_desktopBus, [this] { m_loop.quit(0); }),
           m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
-          m_busThread(std::move(connections.link)), m_hostLink(m_loop, m_busThread),
-          m_distributedNotifications(m_busThread),
+          m_busThread(std::move(connections.link)), m_disposal(m_busThread),
+          m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
           m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
           m_inspector(m_loop, m_busThread,
                       [this] { return m_plenzoAlarm.inspector().pendingAlarms(); }) {
@@ -112,6 +114,7 @@ private:
                 .hostLink = m_hostLink,
                 .distributedNotifications = m_distributedNotifications,
                 .userNotificationCenter = m_userNotificationCenter,
+                .disposal = m_disposal,
                 .powerNotices = m_powerNotices,
                 .systemChangeNotices = m_systemSettings};
     }
@@ -128,7 +131,9 @@ private:
     FreedesktopNotifications m_userNotificationCenter;
     PowerNoticesOfSystem m_powerNotices;
     SystemSettingsWatch m_systemSettings;
+    WorkspaceOfDesktop m_workspace;
     BusThread m_busThread;
+    DisposalOnBusThread m_disposal;
     HostLinkOnBus m_hostLink;
     DistributedNotificationsOnBus m_distributedNotifications;
     PlenzoAlarm m_plenzoAlarm;

@@ -27,8 +27,7 @@ void AlarmFiring::setAlarmTimer() {
     m_alarmTimer.reset();
     const AlarmQueue& queue = m_collaborators.queue;
     if (!queue.empty()) {
-        m_alarmTimer =
-            m_collaborators.timers.schedule(fireInstant(queue[0]), [this] { fireAlarm(); });
+        m_alarmTimer = m_collaborators.timers.schedule(queue.fireDate(0), [this] { fireAlarm(); });
     }
 }
 

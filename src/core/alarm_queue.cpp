@@ -1,10 +1,7 @@
 #include "core/alarm_queue.h"
 
-#include "model/alarm_order.h"
-
 #include <algorithm>
 #include <compare>
-#include <cstdint>
 #include <unordered_set>
 #include <utility>
 
@@ -12,40 +9,86 @@ namespace plenzo {
 
 namespace {
 
+std::uint32_t markOf(const Dictionary* record) {
+    const auto address = reinterpret_cast<std::uintptr_t>(record);
+    return static_cast<std::uint32_t>(address >> 4);
+}
+
+} // namespace
+
 /// A set of records of which most tests need a look at one word only.
-class RecordSet {
+class AlarmQueue::RecordSet {
 public:
-    void insert(const Dictionary* record) {
-        m_mayContain |= bit(record);
-        m_records.insert(record);
+    explicit RecordSet(const std::vector<EventDict>& eventDicts) {
+        for (const EventDict& eventDict : eventDicts) {
+            m_records.insert(eventDict.get());
+            m_mayContain |= bit(markOf(eventDict.get()));
+        }
+    }
+    [[nodiscard]] bool mayContain(std::uint32_t mark) const {
+        return (m_mayContain & bit(mark)) != 0;
     }
     [[nodiscard]] bool contains(const Dictionary* record) const {
-        return (m_mayContain & bit(record)) != 0 && m_records.contains(record);
+        return m_records.contains(record);
     }
 
 private:
-    static std::uint64_t bit(const Dictionary* record) {
-        const auto address = reinterpret_cast<std::uintptr_t>(record);
-        return std::uint64_t{1} << ((address >> 5 ^ address >> 12) & 63);
+    static std::uint64_t bit(std::uint32_t mark) {
+        return std::uint64_t{1} << ((mark >> 1 ^ mark >> 8) & 63);
     }
 
     std::uint64_t m_mayContain = 0;
     std::unordered_set<const Dictionary*> m_records;
 };
 
-} // namespace
-
-bool AlarmQueue::isBefore(const Entry& left, const Entry& right) const {
-    if (left.fireDate != right.fireDate) {
-        return left.fireDate < right.fireDate;
-    }
-    return std::is_lt(compareFireDate(*left.alarm, *right.alarm, m_titles));
+FireDateTie AlarmQueue::tie(const Entry& entry) const {
+    const PendingAlarm& alarm = m_alarms[entry.place];
+    return FireDateTie(*alarm.eventDict, alarm.fireDay);
 }
 
-void AlarmQueue::append(Alarm alarm) {
-    const Instant fireDate = fireInstant(alarm);
-    const Dictionary* eventDict = alarm.eventDict.get();
-    m_entries.push_back({fireDate, eventDict, std::make_unique<Alarm>(std::move(alarm))});
+bool AlarmQueue::isBefore(const Entry& left, const Entry& right) const {
+    if (left.fireSeconds != right.fireSeconds) {
+        return left.fireSeconds < right.fireSeconds;
+    }
+    return std::is_lt(compare(tie(left), tie(right), m_titles));
+}
+
+Alarm AlarmQueue::operator[](std::size_t index) const {
+    const PendingAlarm& pending = m_alarms[m_entries[index].place];
+    Alarm alarm;
+    alarm.fireDate = CalendarDate(fireDate(index), pending.timeZone);
+    alarm.eventDict = pending.eventDict;
+    alarm.reminderDict = pending.reminderDict;
+    alarm.fireDay = pending.fireDay;
+    return alarm;
+}
+
+bool AlarmQueue::isOfRecord(const Entry& entry, const RecordSet& records) const {
+    return records.mayContain(entry.recordMark) &&
+           records.contains(m_alarms[entry.place].eventDict.get());
+}
+
+bool AlarmQueue::hasAlarmOf(const std::vector<EventDict>& eventDicts, Instant before) const {
+    const RecordSet records(eventDicts);
+    const auto end = std::ranges::lower_bound(
+        m_entries, before, {}, [](const Entry& entry) { return Instant(entry.fireSeconds); });
+    return std::any_of(m_entries.begin(), end,
+                       [&](const Entry& entry) { return isOfRecord(entry, records); });
+}
+
+void AlarmQueue::append(const EventDict& eventDict, const UpcomingReminder& reminder,
+                        const TimeZone& zone) {
+    const double fireSeconds = reminder.fireDate.value_or(Instant()).secondsSinceReferenceDate();
+    PendingAlarm alarm{eventDict, *reminder.reminderDict, zone, reminder.fireDay};
+    auto place = static_cast<std::uint32_t>(m_alarms.size());
+    if (m_emptyPlaces.empty()) {
+        m_alarms.push_back(std::move(alarm));
+    } else {
+        place = m_emptyPlaces.back();
+        m_emptyPlaces.pop_back();
+        m_alarms[place] = std::move(alarm);
+    }
+    m_entries.push_back({fireSeconds, place, markOf(eventDict.get())});
 }
 
 void AlarmQueue::sort() {
@@ -58,7 +101,7 @@ void AlarmQueue::sort() {
         return;
     }
     std::stable_sort(added, m_entries.end(), [](const Entry& left, const Entry& right) {
-        return left.fireDate < right.fireDate;
+        return left.fireSeconds < right.fireSeconds;
     });
     sortTies(added);
     // What comes before the first of the new ones stays where it is.
@@ -66,12 +109,17 @@ void AlarmQueue::sort() {
     std::inplace_merge(firstPlace, added, m_entries.end(), inOrder);
 }
 
+void AlarmQueue::sortAll() {
+    m_sortedCount = 0;
+    sort();
+}
+
 /// Alarms of one moment are many in a calendar of whole hours, so their records are read once each
 /// and not at every comparison.
 void AlarmQueue::sortTies(std::vector<Entry>::iterator begin) {
     while (begin != m_entries.end()) {
-        const auto end = std::find_if(begin, m_entries.end(), [begin](const Entry& entry) {
-            return entry.fireDate != begin->fireDate;
+        const auto end = std::find_if(begin + 1, m_entries.end(), [begin](const Entry& entry) {
+            return entry.fireSeconds != begin->fireSeconds;
         });
         if (end - begin > 1) {
             sortOneMoment({begin, end});
@@ -83,42 +131,55 @@ void AlarmQueue::sortTies(std::vector<Entry>::iterator begin) {
 void AlarmQueue::sortOneMoment(std::span<Entry> entries) const {
     std::vector<std::pair<FireDateTie, Entry>> ties;
     ties.reserve(entries.size());
-    for (Entry& entry : entries) {
-        const FireDateTie tie(*entry.alarm);
-        ties.emplace_back(tie, std::move(entry));
+    for (const Entry& entry : entries) {
+        ties.emplace_back(tie(entry), entry);
     }
     std::ranges::stable_sort(ties, [this](const auto& left, const auto& right) {
         return std::is_lt(compare(left.first, right.first, m_titles));
     });
-    std::ranges::transform(ties, entries.begin(), [](auto& tie) { return std::move(tie.second); });
+    std::ranges::transform(ties, entries.begin(), [](const auto& tie) { return tie.second; });
 }
 
 void AlarmQueue::clear() {
     m_entries.clear();
     m_sortedCount = 0;
+    m_alarms.clear();
+    m_emptyPlaces.clear();
+}
+
+std::shared_ptr<void> AlarmQueue::takeContents() {
+    auto contents = std::make_shared<std::vector<PendingAlarm>>(std::move(m_alarms));
+    clear();
+    return contents;
+}
+
+void AlarmQueue::release(const Entry& entry) {
+    m_alarms[entry.place] = {};
+    m_emptyPlaces.push_back(entry.place);
 }
 
 void AlarmQueue::removeAlarmsOf(const std::vector<EventDict>& eventDicts) {
-    RecordSet records;
-    for (const EventDict& eventDict : eventDicts) {
-        records.insert(eventDict.get());
+    if (eventDicts.empty()) {
+        return;
     }
-    if (!eventDicts.empty()) {
-        std::erase_if(m_entries,
-                      [&records](const Entry& entry) { return records.contains(entry.eventDict); });
-        m_sortedCount = m_entries.size();
-    }
+    const RecordSet records(eventDicts);
+    std::erase_if(m_entries, [&](const Entry& entry) {
+        const bool goes = isOfRecord(entry, records);
+        if (goes) {
+            release(entry);
+        }
+        return goes;
+    });
+    m_sortedCount = m_entries.size();
 }
 
 std::vector<Alarm> AlarmQueue::takeDueAlarms(Instant now) {
-    const auto firstPending =
-        std::find_if(m_entries.begin(), m_entries.end(),
-                     [now](const Entry& entry) { return entry.fireDate > now; });
     std::vector<Alarm> due;
-    for (auto entry = m_entries.begin(); entry != firstPending; ++entry) {
-        due.push_back(std::move(*entry->alarm));
+    while (due.size() < m_entries.size() && fireDate(due.size()) <= now) {
+        due.push_back((*this)[due.size()]);
+        release(m_entries[due.size() - 1]);
     }
-    m_entries.erase(m_entries.begin(), firstPending);
+    m_entries.erase(m_entries.begin(), m_entries.begin() + static_cast<std::ptrdiff_t>(due.size()));
     m_sortedCount = m_entries.size();
     return due;
 }

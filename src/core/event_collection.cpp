@@ -21,14 +21,6 @@ std::string_view uidOf(const Dictionary& eventDict) {
 
 } // namespace
 
-std::vector<EventDict> EventCollection::eventDicts() const {
-    std::vector<EventDict> result;
-    result.reserve(m_size);
-    std::ranges::copy_if(m_eventDicts, std::back_inserter(result),
-                         [](const EventDict& eventDict) { return eventDict != nullptr; });
-    return result;
-}
-
 void EventCollection::reserveMore(std::size_t count) {
     const std::size_t capacity = m_eventDicts.size() + count;
     if (capacity > m_eventDicts.capacity()) {
@@ -39,15 +31,14 @@ void EventCollection::reserveMore(std::size_t count) {
     }
 }
 
-void EventCollection::append(EventDict eventDict) {
-    reserveMore(1);
-    m_eventDicts.push_back(std::move(eventDict));
-    ++m_size;
-    addToIndex(m_eventDicts.size() - 1);
-}
-
-void EventCollection::clear() {
-    *this = EventCollection();
+void EventCollection::append(RecordGroup group) {
+    reserveMore(group.size());
+    const std::size_t firstPlace = m_eventDicts.size();
+    std::ranges::copy_if(group, std::back_inserter(m_eventDicts), [](const EventDict& eventDict) {
+        return eventDict && !isDeletionNotice(*eventDict);
+    });
+    m_size += m_eventDicts.size() - firstPlace;
+    addToIndex(eventDicts().subspan(firstPlace), firstPlace);
 }
 
 std::vector<EventDict> EventCollection::takeWithUID(std::string_view uid) {
@@ -70,23 +61,35 @@ std::vector<EventDict> EventCollection::takeWithUID(std::string_view uid) {
     return taken;
 }
 
-void EventCollection::addToIndex(std::size_t place) {
-    const std::uint32_t hash = hashOf(uidOf(*m_eventDicts[place]));
+void EventCollection::addToIndex(RecordGroup group, std::size_t firstPlace) {
+    for (const EventDict& eventDict : group) {
+        __builtin_prefetch(eventDict ? uidOf(*eventDict).data() : nullptr);
+    }
+    auto place = static_cast<std::uint32_t>(firstPlace);
+    for (const EventDict& eventDict : group) {
+        ++place;
+        if (eventDict) {
+            addToIndex({hashOf(uidOf(*eventDict)), place});
+        }
+    }
+}
+
+void EventCollection::addToIndex(Slot filled) {
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = hash & mask;
+    std::size_t slot = filled.hash & mask;
     while (m_slots[slot].place != 0) {
         slot = (slot + 1) & mask;
     }
-    m_slots[slot] = {hash, static_cast<std::uint32_t>(place + 1)};
+    m_slots[slot] = filled;
 }
 
 void EventCollection::rebuildIndex(std::size_t capacity) {
     m_slots.assign(std::bit_ceil(2 * capacity), Slot());
-    for (std::size_t place = 0; place < m_eventDicts.size(); ++place) {
-        if (m_eventDicts[place]) {
-            addToIndex(place);
-        }
-    }
+    std::size_t place = 0;
+    forEachGroup(eventDicts(), [this, &place](RecordGroup group) {
+        addToIndex(group, place);
+        place += group.size();
+    });
 }
 
 void EventCollection::closeGaps() {

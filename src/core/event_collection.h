@@ -1,9 +1,11 @@
 #pragma once
 
+#include "core/record_walk.h"
 #include "model/event_dict.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -14,13 +16,13 @@ namespace plenzo {
 class EventCollection {
 public:
     [[nodiscard]] std::size_t size() const { return m_size; }
-    /// In the order of arrival.
-    [[nodiscard]] std::vector<EventDict> eventDicts() const;
+    /// In the order of arrival, null where a record was taken out.
+    [[nodiscard]] std::span<const EventDict> eventDicts() const { return m_eventDicts; }
 
     /// Makes room for this many more.
     void reserveMore(std::size_t count);
-    void append(EventDict eventDict);
-    void clear();
+    /// Skips null ones and deletion notices.
+    void append(RecordGroup group);
     /// Takes out and gives the records with this "uid".
     std::vector<EventDict> takeWithUID(std::string_view uid);
 
@@ -33,7 +35,9 @@ private:
         std::uint32_t place = 0;
     };
 
-    void addToIndex(std::size_t place);
+    /// Records from this place on.
+    void addToIndex(RecordGroup group, std::size_t firstPlace);
+    void addToIndex(Slot filled);
     void rebuildIndex(std::size_t capacity);
     void closeGaps();
 

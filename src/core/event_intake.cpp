@@ -1,6 +1,7 @@
 #include "core/event_intake.h"
 
-#include "model/alarm_computation.h"
+#include "core/queue_filler.h"
+#include "core/record_walk.h"
 
 #include <algorithm>
 #include <iterator>
@@ -9,10 +10,6 @@
 namespace plenzo {
 
 namespace {
-
-bool isDeletionNotice(const Dictionary& eventDict) {
-    return eventDict.contains(keys::del);
-}
 
 /// The agent's own copies, independent of what arrived. What nobody else holds is taken over.
 std::vector<EventDict> deepCopies(Array eventDicts) {
@@ -38,17 +35,25 @@ void EventIntake::processEventDicts(Array eventDicts, bool delta,
     processEvents(std::move(copies), delta, issueTime);
 }
 
-// By value: the batch may be the collection that this replaces.
 void EventIntake::processEvents(std::vector<EventDict> eventDicts, bool delta,
                                 std::optional<Instant> issueTime) {
     if (delta) {
         removeDeletedEvents(eventDicts);
     } else {
-        m_allEventDicts.clear();
-        m_collaborators.queue.clear();
+        removeAllEvents();
     }
-    addEvents(std::move(eventDicts), issueTime);
+    addEvents(eventDicts, issueTime);
     m_queueChanged();
+    m_collaborators.disposal.dispose(
+        std::make_shared<std::vector<EventDict>>(std::move(eventDicts)));
+}
+
+/// The memory of very many records takes longer to free than the new ones take to be read.
+void EventIntake::removeAllEvents() {
+    Disposal& disposal = m_collaborators.disposal;
+    disposal.dispose(m_collaborators.queue.takeContents());
+    disposal.dispose(
+        std::make_shared<EventCollection>(std::exchange(m_allEventDicts, EventCollection())));
 }
 
 void EventIntake::removeDeletedEvents(const std::vector<EventDict>& eventDicts) {
@@ -62,33 +67,42 @@ void EventIntake::removeDeletedEvents(const std::vector<EventDict>& eventDicts) 
     m_collaborators.queue.removeAlarmsOf(removed);
 }
 
-void EventIntake::addEvents(std::vector<EventDict> eventDicts, std::optional<Instant> issueTime) {
-    const AlarmContext context{.now = m_collaborators.clock.now(),
-                               .systemZone = m_collaborators.regionalSettings.timeZone()};
-    AlarmQueue& queue = m_collaborators.queue;
-    std::vector<Alarm> alarms;
+void EventIntake::addEvents(const std::vector<EventDict>& eventDicts,
+                            std::optional<Instant> issueTime) {
+    QueueFiller filler(m_collaborators.queue, issueTime, context());
     m_allEventDicts.reserveMore(eventDicts.size());
-    for (EventDict& eventDict : eventDicts) {
-        if (isDeletionNotice(*eventDict)) {
-            continue;
-        }
-        appendAlarmsForEventDict(eventDict, issueTime, ProximityAlarms::Exclude, context, alarms);
-        for (Alarm& alarm : alarms) {
-            queue.append(std::move(alarm));
-        }
-        alarms.clear();
-        m_allEventDicts.append(std::move(eventDict));
-    }
+    // All that is done with a record is done while it is at hand.
+    forEachGroup(eventDicts, [&](RecordGroup group) {
+        filler.appendAlarmsOf(group);
+        m_allEventDicts.append(group);
+    });
+    m_collaborators.queue.sort();
+}
+
+void EventIntake::recomputeQueue() {
+    AlarmQueue& queue = m_collaborators.queue;
+    queue.clear();
+    QueueFiller filler(queue, std::nullopt, context());
+    forEachGroup(m_allEventDicts.eventDicts(),
+                 [&filler](RecordGroup group) { filler.appendAlarmsOf(group); });
     queue.sort();
+    m_queueChanged();
+}
+
+AlarmContext EventIntake::context() const {
+    return {.now = m_collaborators.clock.now(),
+            .systemZone = m_collaborators.regionalSettings.timeZone()};
 }
 
 void setEventColor(const std::vector<EventDict>& eventDicts) {
-    for (const EventDict& eventDict : eventDicts) {
-        if (eventDict->contains(keys::colInt)) {
-            const std::int64_t packed = eventDict->integerForKey(keys::colInt);
-            eventDict->set(keys::color, Value(colorFromPackedInteger(packed)));
+    forEachGroup(eventDicts, [](RecordGroup group) {
+        for (const EventDict& eventDict : group) {
+            if (const Value* packed = eventDict->find(keys::colInt)) {
+                const Color color = colorFromPackedInteger(packed->integerValue());
+                eventDict->set(keys::color, color);
+            }
         }
-    }
+    });
 }
 
 } // namespace plenzo

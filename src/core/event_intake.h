@@ -2,8 +2,10 @@
 
 #include "core/alarm_queue.h"
 #include "core/event_collection.h"
+#include "model/alarm_computation.h"
 #include "model/event_dict.h"
 #include "platform/clock.h"
+#include "platform/disposal.h"
 #include "platform/regional_settings.h"
 
 #include <functional>
@@ -20,6 +22,7 @@ public:
         AlarmQueue& queue;
         const Clock& clock;
         const RegionalSettings& regionalSettings;
+        Disposal& disposal;
     };
 
     /// `queueChanged` is called after each intake, with the queue sorted.
@@ -38,9 +41,15 @@ public:
     void processEvents(std::vector<EventDict> eventDicts, bool delta,
                        std::optional<Instant> issueTime);
 
+    /// The queue anew from the records that are there, as of now: what a new day, another zone or a
+    /// clock that was set asks for.
+    void recomputeQueue();
+
 private:
+    void removeAllEvents();
     void removeDeletedEvents(const std::vector<EventDict>& eventDicts);
-    void addEvents(std::vector<EventDict> eventDicts, std::optional<Instant> issueTime);
+    [[nodiscard]] AlarmContext context() const;
+    void addEvents(const std::vector<EventDict>& eventDicts, std::optional<Instant> issueTime);
 
     Collaborators m_collaborators;
     std::function<void()> m_queueChanged;

@@ -21,7 +21,8 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity)
                      .timers = platform.timers}),
       m_eventIntake({.queue = m_alarmQueue,
                      .clock = platform.clock,
-                     .regionalSettings = platform.regionalSettings},
+                     .regionalSettings = platform.regionalSettings,
+                     .disposal = platform.disposal},
                     [this] { m_alarmFiring.setAlarmTimer(); }),
       m_sourceList(platform.defaults), m_inspector(m_alarmQueue) {
     registerDefaults(platform.defaults);

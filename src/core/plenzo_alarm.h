@@ -9,6 +9,7 @@
 #include "core/source_list.h"
 #include "model/title_order.h"
 #include "platform/clock.h"
+#include "platform/disposal.h"
 #include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
 #include "platform/localized_strings.h"
@@ -36,6 +37,7 @@ struct Platform {
     HostLink& hostLink;
     DistributedNotifications& distributedNotifications;
     UserNotificationCenter& userNotificationCenter;
+    Disposal& disposal;
     PowerNotices& powerNotices;
     SystemChangeNotices& systemChangeNotices;
 };

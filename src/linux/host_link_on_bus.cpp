@@ -109,13 +109,13 @@ void HostLinkOnBus::readAlarmsUpdatedFromFile(sdbus::MethodCall& call) {
     sdbus::UnixFd file;
     bool delta = false;
     call >> file >> delta;
-    const auto value = readSealedMemoryFile(file.get());
-    const Array* eventDicts = value ? value->array() : nullptr;
+    auto value = readSealedMemoryFile(file.get());
+    Array* eventDicts = value ? value->mutableArray() : nullptr;
     if (eventDicts == nullptr) {
         return;
     }
-    forward([eventDicts = *eventDicts, delta](PlenzoAlarmProtocol& agent) {
-        agent.alarmsUpdated(eventDicts, delta);
+    forward([batch = std::move(*eventDicts), delta](PlenzoAlarmProtocol& agent) mutable {
+        agent.alarmsUpdated(std::move(batch), delta);
     });
 }
 

@@ -42,13 +42,6 @@ bool writeTemporaryFile(std::string& pathTemplate, std::span<const std::byte> by
            writeAll(file.get(), bytes) && ::fsync(file.get()) == 0;
 }
 
-void syncFolder(const fs::path& folder) {
-    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.isOpen()) {
-        ::fsync(descriptor.get());
-    }
-}
-
 bool exists(const fs::path& path) {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
@@ -96,6 +89,13 @@ bool createPrivateFolders(const fs::path& folder) {
         fs::permissions(folder, privateFolderPermissions, error);
     }
     return fs::is_directory(folder, error);
+}
+
+void syncFolder(const fs::path& folder) {
+    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.isOpen()) {
+        ::fsync(descriptor.get());
+    }
 }
 
 bool replaceWholeFile(const std::string& path, std::span<const std::byte> bytes) {

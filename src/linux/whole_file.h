@@ -22,6 +22,10 @@ bool replaceWholeFile(const std::string& path, std::span<const std::byte> bytes)
 /// mode 0700). False when it is not there afterwards.
 bool createPrivateFolders(const std::filesystem::path& folder);
 
+/// Waits until the disk has the names that were given and taken in the folder, so that they are so
+/// after a power cut.
+void syncFolder(const std::filesystem::path& folder);
+
 /// Gives the file a free name beside its old one: "Name.damaged", "Name.damaged-2", and so on.
 /// False when it could not be renamed.
 bool setDamagedFileAside(const std::string& path);

@@ -1,9 +1,12 @@
 #include "model/alarm_computation.h"
 
+#include "propertylist/values_for_keys.h"
+
 #include <cstdlib>
-#include <utility>
 
 namespace plenzo {
+
+namespace number = keys::numbers;
 
 namespace {
 
@@ -11,18 +14,27 @@ constexpr double secondsPerDay = 86400.0;
 
 /// What every reminder entry of one occurrence is computed from.
 struct Occurrence {
-    const EventDict& eventDict;
     std::optional<CalendarDate> localDate;
     std::optional<Instant> issueTime;
     ProximityAlarms proximityAlarms;
     const AlarmContext& context;
 };
 
-/// A date without calendar fields (infinite, NaN, absurdly far) counts as absent.
-std::optional<Instant> instantForKey(const Dictionary& dictionary, const Key& key) {
-    const auto date = dictionary.dateForKey(key);
-    const auto instant = date ? std::optional(Instant(*date)) : std::nullopt;
-    return instant && instant->isReadable() ? instant : std::nullopt;
+/// What is read of a reminder entry.
+struct ReminderEntry {
+    ReminderType type;
+    const Value* absoluteDate;
+    const Value* relativeSeconds;
+    const Value* acknowledged;
+};
+
+ReminderEntry reminderEntry(const Dictionary& reminderDict) {
+    const auto [typeValue, absoluteDate, relativeSeconds, acknowledged] =
+        valuesForKeys<number::type, number::abs, number::rel, number::ack>(reminderDict);
+    return {.type = typeValue != nullptr ? reminderType(*typeValue) : ReminderType::Display,
+            .absoluteDate = absoluteDate,
+            .relativeSeconds = relativeSeconds,
+            .acknowledged = acknowledged};
 }
 
 /// Whole days since the reference date, truncated toward zero.
@@ -41,138 +53,112 @@ bool asksForAllProximityAlarms(const Occurrence& occurrence, ReminderType type) 
            type == ReminderType::Proximity;
 }
 
-bool relativeAlarmApplies(const Occurrence& occurrence, ReminderType type) {
-    if (!occurrence.localDate) {
-        return asksForAllProximityAlarms(occurrence, type);
-    }
-    return type != ReminderType::Proximity || asksForAllProximityAlarms(occurrence, type);
-}
-
 /// Whether an alarm at this date is still to fire, and soon enough.
-bool isDue(const Occurrence& occurrence, const Dictionary& reminder, Instant fireDate) {
+bool isUpcoming(const Occurrence& occurrence, const ReminderEntry& entry, Instant fireDate) {
     const Instant from = occurrence.issueTime.value_or(occurrence.context.now);
     const double leadTimeSeconds = fireDate - from;
-    if (leadTimeSeconds < 0 && !asksForAllProximityAlarms(occurrence, reminderType(reminder))) {
+    if (leadTimeSeconds < 0 && !asksForAllProximityAlarms(occurrence, entry.type)) {
         return false;
     }
-    const auto acknowledged = instantForKey(reminder, keys::ack);
-    if (acknowledged && *acknowledged > fireDate) {
+    if (!occurrence.issueTime && leadTimeSeconds > alarmHorizonSeconds) {
         return false;
     }
-    return occurrence.issueTime || leadTimeSeconds <= alarmHorizonSeconds;
+    const auto acknowledged = readableInstant(entry.acknowledged);
+    return !acknowledged || *acknowledged <= fireDate;
 }
 
-Alarm& append(const Occurrence& occurrence, const Dictionary& reminder,
-              std::vector<Alarm>& alarms) {
-    Alarm& alarm = alarms.emplace_back();
-    alarm.eventDict = occurrence.eventDict;
-    alarm.reminderDict = reminder;
-    return alarm;
-}
-
-void appendAbsoluteAlarm(const Occurrence& occurrence, const Dictionary& reminder,
-                         std::vector<Alarm>& alarms) {
-    const auto fireDate = instantForKey(reminder, keys::abs);
-    if (fireDate && isDue(occurrence, reminder, *fireDate)) {
-        Alarm& alarm = append(occurrence, reminder, alarms);
-        alarm.fireDate = CalendarDate(*fireDate, occurrence.context.systemZone);
-        alarm.fireDay = daysFromToday(occurrence);
+std::optional<UpcomingReminder> absoluteReminder(const Occurrence& occurrence,
+                                                 const ReminderEntry& entry) {
+    const auto fireDate = readableInstant(entry.absoluteDate);
+    if (!fireDate || !isUpcoming(occurrence, entry, *fireDate)) {
+        return std::nullopt;
     }
+    return UpcomingReminder{.fireDate = fireDate, .fireDay = daysFromToday(occurrence)};
 }
 
-void appendRelativeAlarm(const Occurrence& occurrence, const Dictionary& reminder,
-                         std::vector<Alarm>& alarms) {
-    if (!relativeAlarmApplies(occurrence, reminderType(reminder))) {
-        return;
-    }
+std::optional<UpcomingReminder> relativeReminder(const Occurrence& occurrence,
+                                                 const ReminderEntry& entry) {
+    const bool isAskedFor = asksForAllProximityAlarms(occurrence, entry.type);
     if (!occurrence.localDate) {
-        append(occurrence, reminder, alarms);
-        return;
+        return isAskedFor ? std::optional(UpcomingReminder()) : std::nullopt;
     }
-    const Instant fireDate = occurrence.localDate->instant() + reminder.doubleForKey(keys::rel);
-    if (fireDate.isReadable() && isDue(occurrence, reminder, fireDate)) {
-        append(occurrence, reminder, alarms).fireDate =
-            CalendarDate(fireDate, occurrence.localDate->timeZone());
+    if (entry.type == ReminderType::Proximity && !isAskedFor) {
+        return std::nullopt;
     }
+    const double seconds =
+        entry.relativeSeconds != nullptr ? entry.relativeSeconds->doubleValue() : 0;
+    const Instant fireDate = occurrence.localDate->instant() + seconds;
+    if (!fireDate.isReadable() || !isUpcoming(occurrence, entry, fireDate)) {
+        return std::nullopt;
+    }
+    return UpcomingReminder{.fireDate = fireDate};
 }
 
-void appendAlarmForReminder(const Occurrence& occurrence, const Dictionary& reminder,
-                            std::vector<Alarm>& alarms) {
-    if (reminderType(reminder) == ReminderType::NoAction) {
-        return;
+std::optional<UpcomingReminder> upcomingReminder(const Occurrence& occurrence,
+                                                 const Dictionary& reminderDict) {
+    const ReminderEntry entry = reminderEntry(reminderDict);
+    if (entry.type == ReminderType::NoAction) {
+        return std::nullopt;
     }
-    if (reminder.contains(keys::abs)) {
-        appendAbsoluteAlarm(occurrence, reminder, alarms);
-    } else {
-        appendRelativeAlarm(occurrence, reminder, alarms);
+    auto reminder = entry.absoluteDate != nullptr ? absoluteReminder(occurrence, entry)
+                                                  : relativeReminder(occurrence, entry);
+    if (reminder) {
+        reminder->reminderDict = &reminderDict;
     }
-}
-
-CalendarDate localMidnightOfUniversalDay(const CalendarDate& date, const TimeZone& systemZone) {
-    const DateFields day = date.fields();
-    return CalendarDate::dateWithYear(day.year, day.month, day.day, 0, 0, 0, false, systemZone)
-        .value_or(date);
-}
-
-CalendarDate movedToToday(const CalendarDate& date, Instant now) {
-    const DateFields today = CalendarDate(now, date.timeZone()).fields();
-    const DateComponents day{.year = today.year, .month = today.month, .day = today.day};
-    return date.calendarDateByApplyingComps(day, date.timeZone()).value_or(date);
-}
-
-/// All-day and floating dates hold their local wall clock in UTC.
-CalendarDate localDate(Instant instant, const Dictionary& eventDict, const TimeZone& systemZone) {
-    const CalendarDate universal(instant, TimeZone::universal());
-    if (eventDict.boolForKey(keys::allDay)) {
-        return localMidnightOfUniversalDay(universal, systemZone);
-    }
-    return eventDict.boolForKey(keys::floating) ? universal.localTimeFromFloatingTime(systemZone)
-                                                : CalendarDate(instant, systemZone);
+    return reminder;
 }
 
 } // namespace
 
-std::optional<CalendarDate> eventDateInLocalTime(const Dictionary& eventDict,
-                                                 CarryForward carryForward,
-                                                 const AlarmContext& context) {
-    if (const auto completed = instantForKey(eventDict, keys::completionDate)) {
-        return CalendarDate(*completed, context.systemZone);
+void appendUpcomingReminders(const Dictionary& eventDict, std::optional<Instant> issueTime,
+                             ProximityAlarms proximityAlarms, const AlarmContext& context,
+                             std::vector<UpcomingReminder>& reminders) {
+    const auto [remValue, completed, dateValue, isAllDay, isFloating] =
+        valuesForKeys<number::rem, number::completionDate, number::date, number::allDay,
+                      number::floating>(eventDict);
+    const Array* entries = remValue != nullptr ? remValue->array() : nullptr;
+    if (entries == nullptr || entries->empty()) {
+        return;
     }
-    const auto instant = instantForKey(eventDict, keys::date);
-    if (!instant) {
-        return std::nullopt;
+    const OccurrenceDateValues dateValues{.completionDate = completed,
+                                          .date = dateValue,
+                                          .allDay = isAllDay,
+                                          .floating = isFloating,
+                                          .carry = nullptr};
+    const Occurrence occurrence{.localDate =
+                                    eventDateInLocalTime(dateValues, CarryForward::No, context),
+                                .issueTime = issueTime,
+                                .proximityAlarms = proximityAlarms,
+                                .context = context};
+    for (const Value& entry : *entries) {
+        const Dictionary* reminderDict = entry.dictionary();
+        const auto reminder =
+            reminderDict != nullptr ? upcomingReminder(occurrence, *reminderDict) : std::nullopt;
+        if (reminder) {
+            reminders.push_back(*reminder);
+        }
     }
-    const auto date = localDate(*instant, eventDict, context.systemZone);
-    const bool carries = carryForward == CarryForward::Yes && eventDict.boolForKey(keys::carry);
-    return carries && date.instant() < context.now ? movedToToday(date, context.now) : date;
 }
 
 std::vector<Alarm> alarmsForEventDict(const EventDict& eventDict, std::optional<Instant> issueTime,
                                       ProximityAlarms proximityAlarms,
                                       const AlarmContext& context) {
-    std::vector<Alarm> alarms;
-    appendAlarmsForEventDict(eventDict, issueTime, proximityAlarms, context, alarms);
-    return alarms;
-}
-
-void appendAlarmsForEventDict(const EventDict& eventDict, std::optional<Instant> issueTime,
-                              ProximityAlarms proximityAlarms, const AlarmContext& context,
-                              std::vector<Alarm>& alarms) {
-    const Array* reminders = eventDict ? eventDict->arrayForKey(keys::rem) : nullptr;
-    if (reminders == nullptr) {
-        return;
+    std::vector<UpcomingReminder> reminders;
+    if (eventDict) {
+        appendUpcomingReminders(*eventDict, issueTime, proximityAlarms, context, reminders);
     }
-    const Occurrence occurrence{.eventDict = eventDict,
-                                .localDate =
-                                    eventDateInLocalTime(*eventDict, CarryForward::No, context),
-                                .issueTime = issueTime,
-                                .proximityAlarms = proximityAlarms,
-                                .context = context};
-    for (const Value& reminder : *reminders) {
-        if (const Dictionary* entry = reminder.dictionary()) {
-            appendAlarmForReminder(occurrence, *entry, alarms);
+    std::vector<Alarm> alarms;
+    alarms.reserve(reminders.size());
+    for (const UpcomingReminder& reminder : reminders) {
+        Alarm& alarm = alarms.emplace_back();
+        alarm.eventDict = eventDict;
+        alarm.reminderDict = *reminder.reminderDict;
+        alarm.fireDay = reminder.fireDay;
+        if (reminder.fireDate) {
+            alarm.fireDate = CalendarDate(*reminder.fireDate, context.systemZone);
         }
     }
+    return alarms;
 }
 
 } // namespace plenzo

@@ -53,6 +53,10 @@ std::weak_ordering compareFireDate(const Alarm& left, const Alarm& right,
     return compare(FireDateTie(left), FireDateTie(right), titles);
 }
 
+FireDateTie::FireDateTie(const Dictionary& eventDict, std::int64_t day)
+    : eventType(eventDict.integerForKey(keys::type)),
+      title(eventDict.stringForKey(keys::title).value_or(std::string_view())), fireDay(day) {}
+
 std::weak_ordering compare(const FireDateTie& left, const FireDateTie& right,
                            const TitleOrder& titles) {
     if (const auto order = left.eventType <=> right.eventType; std::is_neq(order)) {

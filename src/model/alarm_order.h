@@ -25,9 +25,9 @@ namespace plenzo {
 /// What the order of the queue looks at when the fire dates are equal. Points into the record,
 /// which must not change meanwhile.
 struct FireDateTie {
+    FireDateTie(const Dictionary& eventDict, std::int64_t day);
     explicit FireDateTie(const Alarm& alarm)
-        : eventType(alarm.eventInteger(keys::type)), title(alarm.eventText(keys::title)),
-          fireDay(alarm.fireDay) {}
+        : FireDateTie(alarm.eventDict ? *alarm.eventDict : Dictionary(), alarm.fireDay) {}
 
     std::int64_t eventType;
     std::string_view title;

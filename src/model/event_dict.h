@@ -17,6 +17,11 @@ namespace plenzo {
 /// "color" the colour made of it.
 using EventDict = std::shared_ptr<Dictionary>;
 
+/// Whether the dictionary only announces that the occurrence with its "uid" is gone.
+[[nodiscard]] inline bool isDeletionNotice(const Dictionary& eventDict) {
+    return eventDict.contains(keys::del);
+}
+
 /// "type" of a reminder entry: what happens when its alarm fires.
 enum class ReminderType : std::int64_t {
     Display = 0,
@@ -27,7 +32,13 @@ enum class ReminderType : std::int64_t {
     Proximity = 10,
 };
 
-/// The reminder entry's "type"; an absent one is Display. May be a number without a name here.
+/// The type that the value under "type" of a reminder entry stands for. May be a number without a
+/// name here.
+[[nodiscard]] inline ReminderType reminderType(const Value& type) {
+    return static_cast<ReminderType>(type.integerValue());
+}
+
+/// The reminder entry's "type"; an absent one is Display.
 [[nodiscard]] ReminderType reminderType(const Dictionary& reminderDict);
 
 /// The colour of a packed integer: red in bits 16 to 23, green in 8 to 15, blue in 0 to 7, opaque.

@@ -28,10 +28,12 @@ public:
     /// is no such file.
     [[nodiscard]] virtual std::optional<Instant>
     modificationDate(const std::string& path) const = 0;
-    /// Rounded up to whole microseconds. False when that failed.
+    /// Rounded up to whole microseconds. False when that failed, as for a date that no file can
+    /// have.
     virtual bool setModificationDate(const std::string& path, Instant date) = 0;
     /// Gives a file or a folder with all it holds another name on the same volume, replacing a file
-    /// (or an empty folder) of that name. False when that failed.
+    /// (or a folder an empty folder) of that name. Makes the folders above the new name when they
+    /// are missing. False when that failed.
     virtual bool move(const std::string& from, const std::string& to) = 0;
     /// Removes a file, or a folder with all it holds. True when there is nothing there afterwards.
     virtual bool remove(const std::string& path) = 0;

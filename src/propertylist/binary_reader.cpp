@@ -101,7 +101,8 @@ Value Reader::dictionary(const ObjectHead& head, std::uint32_t depth) {
     if (!takeBytes(2 * head.count * step))
         return {};
     Dictionary dictionary;
-    dictionary.reserve(head.count);
+    // Whoever keeps it may add something of its own.
+    dictionary.reserve(head.count + 1);
     const std::byte* const values = head.content + head.count * step;
     for (const std::byte* place = head.content; place != values; place += step) {
         const std::uint32_t keyNumber = keyNumberOf(m_table.referenceAt(place));

@@ -37,6 +37,10 @@ Dictionary::Dictionary(std::initializer_list<Entry> entries) {
         set(entry.key, entry.value);
 }
 
+bool Dictionary::isIndexed() const {
+    return m_block != nullptr && !isSmall(*m_block);
+}
+
 void Dictionary::reserve(std::size_t capacity) {
     if (capacity > size() && capacity <= maximumCapacity)
         makeWritable(capacity);

@@ -43,6 +43,13 @@ public:
 
     std::size_t size() const { return m_block ? m_block->size : 0; }
     bool empty() const { return size() == 0; }
+    /// Whether find() takes the same time however many entries there are; a small one is walked.
+    bool isIndexed() const;
+    /// Asks for the entries from memory, without waiting: for a dictionary that is read soon.
+    void prefetch() const {
+        for (std::size_t offset = 0; offset < prefetchedBytes; offset += 64)
+            __builtin_prefetch(reinterpret_cast<const std::byte*>(m_block) + offset);
+    }
     const Entry* begin() const { return m_block ? m_block->elements<Entry>() : nullptr; }
     const Entry* end() const { return begin() + size(); }
 
@@ -76,6 +83,8 @@ private:
     friend class Value;
 
     static constexpr std::size_t absent = SIZE_MAX;
+    /// The head and fourteen entries.
+    static constexpr std::size_t prefetchedBytes = 384;
 
     std::size_t entryNumber(KeyView key) const;
     Entry* entries() { return m_block->elements<Entry>(); }

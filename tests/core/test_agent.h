@@ -28,6 +28,7 @@ struct TestAgent {
     FakeHostLink hostLink{journal};
     FakeDistributedNotifications distributedNotifications{journal};
     FakeUserNotificationCenter notifications{journal};
+    FakeDisposal disposal;
     FakePowerNotices powerNotices;
     FakeSystemChangeNotices systemChangeNotices;
     PlenzoAlarm agent{{.clock = clock,
@@ -39,6 +40,7 @@ struct TestAgent {
                        .hostLink = hostLink,
                        .distributedNotifications = distributedNotifications,
                        .userNotificationCenter = notifications,
+                       .disposal = disposal,
                        .powerNotices = powerNotices,
                        .systemChangeNotices = systemChangeNotices},
                       {.folderName = "PlenzoAlarm", .shortVersion = "2.1"}};

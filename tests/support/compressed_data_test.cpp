@@ -1,4 +1,5 @@
 #include "support/compressed_data.h"
+#include "support/fake_clock.h"
 #include "support/fake_files.h"
 
 #include <gtest/gtest.h>
@@ -89,7 +90,8 @@ TEST(CompressedData, ReplacesABufferOrLeavesItAlone) {
 }
 
 TEST(CompressedData, GoesFromAndToFiles) {
-    FakeFiles files;
+    const FakeClock clock{Instant(8.0e8)};
+    FakeFiles files{clock};
     const Bytes text(5000, std::byte{'y'});
     files.contents["in"] = text;
     const auto container = compressedDataWithFile(files, "in");

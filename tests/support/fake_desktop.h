@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/disposal.h"
 #include "platform/distributed_notifications.h"
 #include "platform/host_link.h"
 #include "platform/localized_strings.h"
@@ -7,6 +8,7 @@
 #include "platform/standard_folders.h"
 #include "platform/user_notification_center.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -85,6 +87,12 @@ public:
     [[nodiscard]] std::string string(std::string_view key) const override {
         return std::string(key);
     }
+};
+
+/// Drops everything at once.
+class FakeDisposal final : public Disposal {
+public:
+    void dispose(std::shared_ptr<void> unneeded) override { unneeded.reset(); }
 };
 
 class FakeRegionalSettings final : public RegionalSettings {

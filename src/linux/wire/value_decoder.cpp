@@ -149,7 +149,8 @@ Array ValueDecoder::takeElements(std::size_t begin) {
 Dictionary ValueDecoder::takeEntries(std::size_t begin) {
     const auto first = m_entries.begin() + static_cast<std::ptrdiff_t>(begin);
     Dictionary dictionary;
-    dictionary.reserve(m_entries.size() - begin);
+    // Whoever keeps it may add something of its own.
+    dictionary.reserve(m_entries.size() - begin + 1);
     for (auto entry = first; entry != m_entries.end(); ++entry) {
         dictionary.set(std::move(entry->key), std::move(entry->value));
     }
