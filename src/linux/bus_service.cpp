@@ -94,12 +94,11 @@ void BusService::setOwner(const std::string& owner) {
 }
 
 void BusService::send(const BusMethod& method, const std::function<void(sdbus::MethodCall&)>& write,
-                      ReplyHandler replied) {
+                      const ReplyHandler& replied) {
     if (!isPresent()) {
         return;
     }
-    const auto read = [replied = std::move(replied)](sdbus::MethodReply& reply,
-                                                     const sdbus::Error* error) {
+    const auto read = [replied](sdbus::MethodReply& reply, const sdbus::Error* error) {
         try {
             replied(error == nullptr ? &reply : nullptr);
         } catch (const sdbus::Error&) {

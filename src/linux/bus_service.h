@@ -42,10 +42,10 @@ public:
 
     /// Does nothing, and `replied` is not called, while the service is away.
     template <typename... Arguments>
-    void call(const BusMethod& method, ReplyHandler replied, const Arguments&... arguments) {
+    void call(const BusMethod& method, const ReplyHandler& replied, const Arguments&... arguments) {
         send(
             method, [&](sdbus::MethodCall& message) { (void)(message << ... << arguments); },
-            std::move(replied));
+            replied);
     }
 
     /// To be told when the bus has gone, and the service with it.
@@ -56,7 +56,7 @@ private:
     void askForOwner();
     void setOwner(const std::string& owner);
     void send(const BusMethod& method, const std::function<void(sdbus::MethodCall&)>& write,
-              ReplyHandler replied);
+              const ReplyHandler& replied);
     sdbus::IProxy& object(const std::string& path);
 
     BusOnMainLoop& m_bus;

@@ -17,16 +17,16 @@ constexpr std::uint32_t events =
     IN_CREATE | IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR;
 
 /// Whether one of the events is about the file. When the system had to drop some, it may have been.
-bool concern(std::string_view bytes, const std::string& fileName) {
+bool concern(std::string_view bytes, std::string_view fileName) {
     while (bytes.size() >= sizeof(inotify_event)) {
         inotify_event event{};
         std::memcpy(&event, bytes.data(), sizeof event);
-        // The name is filled up with zeroes.
-        const std::string name(bytes.substr(sizeof event, event.len));
-        if (name.c_str() == fileName || (event.mask & IN_Q_OVERFLOW) != 0) {
+        const std::string_view paddedName = bytes.substr(sizeof event, event.len);
+        const std::string_view name = paddedName.substr(0, paddedName.find('\0'));
+        if (name == fileName || (event.mask & IN_Q_OVERFLOW) != 0) {
             return true;
         }
-        bytes.remove_prefix(sizeof event + name.size());
+        bytes.remove_prefix(sizeof event + paddedName.size());
     }
     return false;
 }

@@ -109,6 +109,13 @@ TEST_F(AFileWatch, SpeaksOnceForABurst) {
     EXPECT_EQ(m_changes, 3);
 }
 
+TEST_F(AFileWatch, DoesNotWaitForTheEndOfABurstThatHasNone) {
+    m_running.runUntil([this] {
+        write("watched");
+        return m_changes > 0;
+    });
+}
+
 TEST_F(AFileWatch, LeavesOutItsNeighbours) {
     int neighbourChanges = 0;
     const FileWatch neighbour(m_running.loop(), m_folder.file("watched.new"),

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <functional>
 
 namespace plenzo {
@@ -12,6 +13,14 @@ namespace plenzo {
 /// A main loop that runs as long as a test wants it to.
 class RunningLoop {
 public:
+    RunningLoop() = default;
+    RunningLoop(const RunningLoop&) = delete;
+    RunningLoop& operator=(const RunningLoop&) = delete;
+    ~RunningLoop() {
+        // What the loop was to delete later.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
     [[nodiscard]] MainLoop& loop() { return m_loop; }
 
     /// Runs until the condition holds, which events of the loop have to bring about.

@@ -1,40 +1,25 @@
-"""A login manager on a bus of the test's own, played by python-dbusmock's template."""
-import subprocess
-import sys
-
+"""A login manager on a bus of the test's own."""
 from gi.repository import GLib
 
-from support.agent import call
-from support.waiting import wait_for_end, wait_until
+from support.mock_service import MOCK, MockService
+from support.waiting import wait_until
 
-NAME = "org.freedesktop.login1"
-PATH = "/org/freedesktop/login1"
 MANAGER = "org.freedesktop.login1.Manager"
 
 HELD = [("shutdown", "delay"), ("sleep", "delay")]
 
 
-class LoginManager:
-    """Runs as a process of its own until it vanishes."""
-
+class LoginManager(MockService):
     def __init__(self, session, connection):
-        self._connection = connection
-        self._process = session.start([sys.executable, "-m", "dbusmock", "--template", "logind"],
-                                      stdout=subprocess.DEVNULL)
-        wait_until(self._is_there, "the login manager")
+        super().__init__(session, connection, "org.freedesktop.login1", "logind")
 
-    def _is_there(self):
-        answer = call(self._connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                      "org.freedesktop.DBus", "NameHasOwner", GLib.Variant("(s)", (NAME,)))
-        return answer.unpack()[0] and self.inhibitors() is not None
+    def is_ready(self):
+        return self.inhibitors() is not None
 
     def inhibitors(self):
         """What is inhibited and how, of the inhibitors that are held; sorted."""
-        try:
-            answer = call(self._connection, NAME, PATH, MANAGER, "ListInhibitors")
-        except GLib.Error:
-            return None
-        return sorted((what, mode) for what, _who, _why, mode, _user, _process in answer.unpack()[0])
+        inhibitors = self.call(MANAGER, "ListInhibitors").unpack()[0]
+        return sorted((what, mode) for what, _who, _why, mode, _user, _process in inhibitors)
 
     def wait_for_inhibitors(self, expected):
         wait_until(lambda: self.inhibitors() == expected,
@@ -42,8 +27,4 @@ class LoginManager:
 
     def announce(self, signal, start):
         arguments = GLib.Variant("(sssav)", (MANAGER, signal, "b", [GLib.Variant("b", start)]))
-        call(self._connection, NAME, PATH, "org.freedesktop.DBus.Mock", "EmitSignal", arguments)
-
-    def vanish(self):
-        self._process.kill()
-        wait_for_end(self._process)
+        self.call(MOCK, "EmitSignal", arguments)
