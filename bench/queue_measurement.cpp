@@ -1,11 +1,12 @@
 #include "queue_measurement.h"
 
 #include "core/alarm_queue.h"
-#include "core/event_intake.h"
+#include "core/queue_filler.h"
+#include "core/record_walk.h"
+#include "core/test_agent.h"
 #include "model/title_order.h"
+#include "propertylist/binary_property_list.h"
 #include "propertylist/known_keys.h"
-#include "support/fake_clock.h"
-#include "support/fake_desktop.h"
 #include "support/sample_records.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace plenzo {
 
@@ -41,71 +43,126 @@ Array recordsOfDifferentTimes(std::size_t count) {
     return records;
 }
 
-/// An intake with its queue.
-class Intake {
+/// Nothing of what is let go of is freed within the time that is measured.
+class KeepingDisposal final : public Disposal {
 public:
-    void push(const Array& records, bool delta) {
-        m_intake.processEventDicts(records, delta, std::nullopt);
-    }
-    /// What a new day asks for: the whole queue anew from the records that are there.
-    void refresh() {
-        m_intake.processEvents(m_intake.allEventDicts().eventDicts(), false, std::nullopt);
-    }
-    [[nodiscard]] std::size_t pendingCount() const { return m_queue.size(); }
+    void dispose(std::shared_ptr<void> unneeded) override { m_kept.push_back(std::move(unneeded)); }
+    void clear() { m_kept.clear(); }
 
 private:
-    FakeClock m_clock{presentMoment};
-    FakeRegionalSettings m_settings{TimeZone::named("Europe/Berlin").value_or(TimeZone())};
-    TitleOrder m_titles{"en_US"};
-    AlarmQueue m_queue{m_titles};
-    EventIntake m_intake{{.queue = m_queue, .clock = m_clock, .regionalSettings = m_settings},
-                         [] {}};
+    std::vector<std::shared_ptr<void>> m_kept;
+};
+
+/// An agent over fakes, at the present moment.
+class Agent : private TestDesktop {
+public:
+    Agent() : TestDesktop(presentMoment), m_agent(platform(m_disposal), testIdentity()) {
+        m_agent.applicationDidFinishLaunching();
+    }
+
+    void push(Array records, bool delta) { m_agent.alarmsUpdated(std::move(records), delta); }
+    /// What a new day asks for, and another zone.
+    void refresh() { systemChangeNotices.changeTimeZoneFrom(TimeZone::gmt()); }
+    void save() { powerNotices.shutDown(); }
+    void cancelShutdown() { powerNotices.cancelShutdown(); }
+    void freeWhatIsDisposed() { m_disposal.clear(); }
+    [[nodiscard]] std::size_t pendingCount() const { return m_agent.pendingAlarmCount(); }
+
+private:
+    KeepingDisposal m_disposal;
+    PlenzoAlarm m_agent;
 };
 
 /// Of two alarms of each record, about half are due within the days that the queue holds.
-void checkQueue(benchmark::State& state, const Intake& intake, const Array& records) {
-    const double share = double(intake.pendingCount()) / double(2 * records.size());
+void checkQueue(benchmark::State& state, std::size_t pendingCount, std::size_t count) {
+    const double share = double(pendingCount) / double(2 * count);
     if (share < 0.4 || share > 0.6) {
         state.SkipWithError("the queue is not complete");
     }
 }
 
-void processFullUpdate(benchmark::State& state, const Array& records) {
-    for ([[maybe_unused]] auto iteration : state) {
-        state.PauseTiming();
-        auto intake = std::make_unique<Intake>();
-        state.ResumeTiming();
-        intake->push(records, false);
-        state.PauseTiming();
-        checkQueue(state, *intake, records);
-        intake.reset();
-        state.ResumeTiming();
+std::vector<EventDict> eventDictsOf(const Array& records) {
+    std::vector<EventDict> eventDicts;
+    for (const Value& record : records) {
+        eventDicts.push_back(std::make_shared<Dictionary>(*record.dictionary()));
     }
+    return eventDicts;
 }
 
-void refreshQueue(benchmark::State& state, const Array& records) {
-    Intake intake;
-    intake.push(records, false);
+/// From records in memory to the sorted queue.
+void computeQueue(benchmark::State& state, const Array& records) {
+    const auto eventDicts = eventDictsOf(records);
+    const TitleOrder titles("en_US");
+    const FiredAlarms firedAlarms;
+    const AlarmContext context{.now = presentMoment, .systemZone = zone("Europe/Berlin")};
+    AlarmQueue queue(titles);
     for ([[maybe_unused]] auto iteration : state) {
-        intake.refresh();
+        queue.clear();
+        QueueFiller filler(queue, firedAlarms, std::nullopt, context);
+        forEachGroup(eventDicts, [&filler](RecordGroup group) { filler.appendAlarmsOf(group); });
+        queue.sort();
     }
-    checkQueue(state, intake, records);
+    checkQueue(state, queue.size(), records.size());
+}
+
+/// A batch as the link hands it on, in place of one of the same size.
+void processFullUpdate(benchmark::State& state, const Array& records) {
+    const auto file = writeBinaryPropertyList(Value(records));
+    Agent agent;
+    agent.push(records, false);
+    for ([[maybe_unused]] auto iteration : state) {
+        state.PauseTiming();
+        agent.freeWhatIsDisposed();
+        auto batch = readBinaryPropertyList(file);
+        state.ResumeTiming();
+        agent.push(std::move(*batch->mutableArray()), false);
+    }
+    checkQueue(state, agent.pendingCount(), records.size());
+}
+
+void refreshAtMidnight(benchmark::State& state, const Array& records) {
+    Agent agent;
+    agent.push(records, false);
+    for ([[maybe_unused]] auto iteration : state) {
+        agent.refresh();
+    }
+    checkQueue(state, agent.pendingCount(), records.size());
 }
 
 void processDelta(benchmark::State& state, const Array& records) {
-    Intake intake;
-    intake.push(records, false);
+    Agent agent;
+    agent.push(records, false);
     std::size_t number = 0;
     for ([[maybe_unused]] auto iteration : state) {
         state.PauseTiming();
+        agent.freeWhatIsDisposed();
         number = (number + 7919) % records.size();
         const Dictionary notice{{keys::uid, *records[number].dictionary()->find(keys::uid)},
                                 {keys::del, true}};
-        const Array delta{notice, records[number]};
+        Array delta{notice, records[number]};
         state.ResumeTiming();
-        intake.push(delta, true);
+        agent.push(std::move(delta), true);
     }
-    checkQueue(state, intake, records);
+    checkQueue(state, agent.pendingCount(), records.size());
+}
+
+void saveState(benchmark::State& state, const Array& records) {
+    Agent agent;
+    agent.push(records, false);
+    for ([[maybe_unused]] auto iteration : state) {
+        agent.save();
+        state.PauseTiming();
+        agent.cancelShutdown();
+        state.ResumeTiming();
+    }
+    checkQueue(state, agent.pendingCount(), records.size());
+}
+
+void writeRecords(benchmark::State& state, const Array& records) {
+    for ([[maybe_unused]] auto iteration : state) {
+        auto file = writeBinaryPropertyList(Value(records));
+        benchmark::DoNotOptimize(file);
+    }
 }
 
 std::string nameOf(const char* work, std::size_t count) {
@@ -127,11 +184,19 @@ void QueueMeasurement::registerBenchmarks() {
             sortBareAlarms(state, bare);
         });
         add(nameOf("queue", count),
-            [&records](benchmark::State& state) { refreshQueue(state, records); });
+            [&records](benchmark::State& state) { computeQueue(state, records); });
     }
-    const Array& records = m_records[recordCount];
-    add("full update", [&records](benchmark::State& state) { processFullUpdate(state, records); });
-    add("delta", [&records](benchmark::State& state) { processDelta(state, records); });
+    const std::pair<const char*, void (*)(benchmark::State&, const Array&)> workOfTheAgent[] = {
+        {"full update", processFullUpdate},
+        {"midnight refresh", refreshAtMidnight},
+        {"delta", processDelta},
+        {"save", saveState},
+        {"writing", writeRecords}};
+    for (const auto& [name, work] : workOfTheAgent) {
+        add(name, [work = work, &records = m_records[recordCount]](benchmark::State& state) {
+            work(state, records);
+        });
+    }
 }
 
 std::vector<Figure> QueueMeasurement::figures(const BestTimes& times) const {
@@ -139,6 +204,12 @@ std::vector<Figure> QueueMeasurement::figures(const BestTimes& times) const {
                        times.of(nameOf("queue", recordCount)),
                        times.of(nameOf("floor", recordCount)), 8),
             growth(times),
+            comparison("a full update of 100,000, over the queue alone", times.of("full update"),
+                       times.of(nameOf("queue", recordCount)), 3),
+            comparison("a midnight refresh of 100,000, over the queue alone",
+                       times.of("midnight refresh"), times.of(nameOf("queue", recordCount)), 3),
+            comparison("a save of 100,000, over writing them", times.of("save"),
+                       times.of("writing"), 2),
             comparison("a delta of one record, over a full update of 100,000", times.of("delta"),
                        times.of("full update"), 0.01)};
 }

@@ -65,6 +65,7 @@ public:
     /// Whether an alarm of the row's occurrence is to fire before the date.
     [[nodiscard]] bool eventHasAlarm(const Alarm& row, Instant before) const;
 
+    [[nodiscard]] std::size_t pendingAlarmCount() const { return m_alarmQueue.size(); }
     [[nodiscard]] const Inspector& inspector() const { return m_inspector; }
     [[nodiscard]] const Array& sourceListNodes() const { return m_sourceList.sourceListNodes(); }
     [[nodiscard]] const Dictionary& weatherDict() const { return m_weatherDict; }

@@ -21,8 +21,10 @@ namespace plenzo {
 
 /// The desktop of an agent, all fakes: in Berlin, at noon UTC of 10 March 2026.
 struct TestDesktop {
+    explicit TestDesktop(Instant now = utc(2026, 3, 10, 12)) : clock(now) {}
+
     Journal journal;
-    FakeClock clock{utc(2026, 3, 10, 12)};
+    FakeClock clock;
     FakeTimers timers{clock};
     FakeRegionalSettings regionalSettings{zone("Europe/Berlin")};
     FakeLocalizedStrings strings;
@@ -40,7 +42,8 @@ struct TestDesktop {
     FakeMailer mailer;
     FakeSounds sounds;
 
-    [[nodiscard]] Platform platform() {
+    [[nodiscard]] Platform platform() { return platform(disposal); }
+    [[nodiscard]] Platform platform(Disposal& someDisposal) {
         return {.clock = clock,
                 .timers = timers,
                 .regionalSettings = regionalSettings,
@@ -54,7 +57,7 @@ struct TestDesktop {
                 .workspace = workspace,
                 .powerNotices = powerNotices,
                 .systemChangeNotices = systemChangeNotices,
-                .disposal = disposal,
+                .disposal = someDisposal,
                 .fileAccess = &fileAccess,
                 .mailer = &mailer,
                 .sounds = &sounds};
