@@ -6,16 +6,19 @@
 
 namespace plenzo {
 
-void FiredAlarms::add(const Dictionary& eventDict, const Dictionary& reminderDict,
+bool FiredAlarms::add(const Dictionary& eventDict, const Dictionary& reminderDict,
                       Instant fireDate) {
     m_latest =
         std::max(m_latest, fireDate, [](Instant left, Instant right) { return left < right; });
     const auto eventUID = eventDict.stringForKey(keys::uid);
     const auto reminderUID = reminderDict.stringForKey(keys::uid);
-    if (eventUID && reminderUID) {
-        m_alarms.insert({fireDate.secondsSinceReferenceDate(), std::string(*eventUID),
-                         std::string(*reminderUID)});
+    if (!eventUID || !reminderUID) {
+        return true;
     }
+    return m_alarms
+        .insert({fireDate.secondsSinceReferenceDate(), std::string(*eventUID),
+                 std::string(*reminderUID)})
+        .second;
 }
 
 bool FiredAlarms::holds(const Dictionary& eventDict, const Dictionary& reminderDict,

@@ -16,7 +16,8 @@ namespace plenzo {
 /// is not remembered.
 class FiredAlarms {
 public:
-    void add(const Dictionary& eventDict, const Dictionary& reminderDict, Instant fireDate);
+    /// False when it is there already.
+    bool add(const Dictionary& eventDict, const Dictionary& reminderDict, Instant fireDate);
     [[nodiscard]] bool contains(const Dictionary& eventDict, const Dictionary& reminderDict,
                                 Instant fireDate) const {
         return fireDate <= m_latest && holds(eventDict, reminderDict, fireDate);

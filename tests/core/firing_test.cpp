@@ -30,7 +30,7 @@ TEST_F(AlarmsThatComeDue, AreDeliveredInOrderEachAtItsMoment) {
     test.timers.advanceTo(start + 5);
     EXPECT_THAT(test.deliveredTitles(), ElementsAre("first", "second", "first"));
     EXPECT_THAT(test.pending(), IsEmpty());
-    EXPECT_EQ(test.timers.pendingCount(), 0U);
+    EXPECT_EQ(test.timers.pendingCount(), 1U) << "that of midnight";
 }
 
 TEST_F(AlarmsThatComeDue, AreNotDeliveredAgainByALaterTimer) {
@@ -92,7 +92,8 @@ TEST_F(AlarmsThatComeDue, SayWhereTheEventIsOrElseWhatItIsAbout) {
 TEST_F(AlarmsThatComeDue, SayWhenTheEventIsFromTheDayOfTheAlarm) {
     const Instant evening = instantIn(zone("Europe/Berlin"), 2026, 3, 10, 23, 30);
     const auto textOf = [this, evening](double secondsAhead, bool allDay) {
-        Dictionary eventDict = event("e", evening + secondsAhead, {absoluteReminder("r", evening)});
+        const std::string uid = std::to_string(secondsAhead);
+        Dictionary eventDict = event(uid, evening + secondsAhead, {absoluteReminder("r", evening)});
         eventDict.set(keys::allDay, allDay);
         test.agent.alarmsUpdated({eventDict}, false);
         test.clock.set(evening - 10);

@@ -25,10 +25,11 @@ TEST(AnAgentThatLaunches, TakesTheTemporaryFolderWithoutAHomeAndGoesOnWithoutAFo
     EXPECT_EQ(test.journal.back(), "post PlenzoAlarm Launched");
 }
 
-TEST(AnAgentThatLaunches, ArmsNoTimerWhileThereIsNothingToFire) {
+TEST(AnAgentThatLaunches, ArmsNoTimerButThatOfMidnightWhileThereIsNothingToFire) {
     TestAgent test;
     test.agent.applicationDidFinishLaunching();
-    EXPECT_EQ(test.timers.pendingCount(), 0U);
+    EXPECT_EQ(test.timers.pendingCount(), 1U);
+    EXPECT_EQ(test.timers.nextFireDate(), instantIn(zone("Europe/Berlin"), 2026, 3, 11, 0, 0, 2));
 }
 
 TEST(AnAgentThatEnds, ClosesTheLinkBeforeItSaysGoodbyeAndLeavesNotificationsAlone) {

@@ -22,7 +22,7 @@ class Power(SystemTest):
 
     def assert_works(self):
         self.link.push([event("e", in_seconds(600))])
-        self.assertEqual(self.link.pending_uids(), ["e"])
+        self.wait_until(lambda: self.link.pending_uids() == ["e"], "the pushed event")
 
 
 class ALoginManager(Power):

@@ -1,0 +1,402 @@
+#include "core/simulation/world.h"
+
+#include "support/instants.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace plenzo::simulation {
+
+namespace {
+
+constexpr double minute = 60;
+constexpr double hour = 3600;
+constexpr double day = 86400;
+constexpr std::size_t recordCount = 1500;
+constexpr std::size_t sharedReminderCount = 20;
+
+constexpr const char* zoneNames[] = {"Europe/Berlin",    "America/New_York",   "America/St_Johns",
+                                     "Asia/Kolkata",     "Australia/Lord_Howe", "Pacific/Apia",
+                                     "Africa/Casablanca", "Asia/Tokyo"};
+
+std::string described(const Firing& firing) {
+    return firing.recordUID + "/" + firing.reminderUID + " due " +
+           std::to_string(firing.due.secondsSinceReferenceDate()) + " at " +
+           std::to_string(firing.at.secondsSinceReferenceDate()) + "\n";
+}
+
+} // namespace
+
+class World::Window final : public AlarmWindowController {
+public:
+    explicit Window(const Clock& clock) : m_clock(clock) {}
+
+    void addDisplayAlarm(const Alarm& alarm) override {
+        firings.push_back({.at = m_clock.now(),
+                           .recordUID = std::string(alarm.eventText(keys::uid)),
+                           .reminderUID = std::string(alarm.reminderText(keys::uid)),
+                           .due = alarm.fireDate.value().instant(),
+                           .isAbsolute = alarm.reminderDict->contains(keys::abs)});
+    }
+    void showAlarmWindowIfNecessary() override {}
+    [[nodiscard]] std::vector<DisplayedAlarm> displayedAlarms() const override { return {}; }
+    void removeDisplayAlarm(std::uint64_t /*row*/) override {}
+    void midnightRefresh() override {}
+    void snoozePrefsChanged() override {}
+
+    Firings firings;
+
+private:
+    const Clock& m_clock;
+};
+
+World::World(std::uint32_t seed)
+    : m_random(seed), m_desktop(utc(2026, 1, 1, 5)),
+      m_window(std::make_unique<Window>(m_desktop.clock)),
+      m_oracle(m_desktop.clock.now(), m_desktop.regionalSettings.timeZone()) {
+    m_desktop.defaults.setValues(Dictionary{{Key(preferences::issueAlarms), true},
+                                            {Key(preferences::useNotificationCenter), false}});
+    for (std::size_t number = 0; number < recordCount; ++number) {
+        m_records.push_back(newRecord());
+    }
+    launch();
+    pushAll();
+}
+
+World::~World() = default;
+
+std::uint32_t World::below(std::uint32_t limit) {
+    return static_cast<std::uint32_t>(m_random() % limit);
+}
+
+/// To the millisecond, or often to the minute, as people have it.
+double World::seconds(double least, double most) {
+    const double drawn = least + (most - least) * (below(1000000) / 1e6);
+    const double step = below(3) == 0 ? 0.001 : minute;
+    return std::max(least, std::floor(drawn / step) * step);
+}
+
+Record World::newRecord() {
+    static constexpr Record::Kind kinds[] = {Record::Kind::Timed,  Record::Kind::Timed,
+                                             Record::Kind::Timed,  Record::Kind::AllDay,
+                                             Record::Kind::Floating, Record::Kind::Undated};
+    static constexpr int types[] = {0, 0, 1, 1, 3, 10};
+    const Instant year = utc(2026, 1, 1);
+    Record record{.uid = "e" + std::to_string(m_recordCount++),
+                  .kind = kinds[below(std::size(kinds))],
+                  .start = year + seconds(-5 * day, 370 * day),
+                  .reminders = {}};
+    for (std::uint32_t number = below(4); number > 0; --number) {
+        Reminder reminder{.uid = record.uid + "r" + std::to_string(number),
+                          .type = types[below(std::size(types))],
+                          .absolute = std::nullopt,
+                          .relativeSeconds = below(3) == 0 ? 0 : -seconds(0, 3 * day),
+                          .acknowledged = std::nullopt};
+        if (below(8) == 0) {
+            // One of those that several occurrences share.
+            const std::uint32_t shared = below(sharedReminderCount);
+            reminder.uid = "shared" + std::to_string(shared);
+            reminder.type = 0;
+            reminder.absolute = year + shared * 17 * day + 9 * hour;
+        } else if (below(4) == 0) {
+            reminder.absolute = year + seconds(0, 366 * day);
+        }
+        record.reminders.push_back(reminder);
+    }
+    return record;
+}
+
+void World::expect(const Firings& firings) {
+    m_expected.insert(m_expected.end(), firings.begin(), firings.end());
+}
+
+void World::compare(const char* happening) {
+    std::string fault;
+    for (const Firing& firing : std::exchange(m_window->firings, {})) {
+        const auto found = std::ranges::find(m_expected, firing);
+        if (found != m_expected.end()) {
+            m_expected.erase(found);
+        } else if (m_oracle.mayFire(firing)) {
+            m_oracle.noteFiring(firing);
+        } else {
+            fault += "too much: " + described(firing);
+        }
+        m_latelyFired.push_back(firing);
+        ++m_firedCount;
+    }
+    for (const Firing& firing : std::exchange(m_expected, {})) {
+        fault += "missed: " + described(firing);
+    }
+    if (m_fault.empty() && !fault.empty()) {
+        m_fault = std::string(happening) + " at " +
+                  std::to_string(m_desktop.clock.now().secondsSinceReferenceDate()) + "\n" + fault;
+    }
+}
+
+void World::launch() {
+    m_agent = std::make_unique<PlenzoAlarm>(m_desktop.platform(), testIdentity(),
+                                            WindowControllers{m_window.get(), nullptr});
+    m_agent->applicationDidFinishLaunching();
+}
+
+void World::end() {
+    m_agent->applicationWillTerminate();
+    m_agent.reset();
+    m_waiting.clear();
+    m_waitingUntil.reset();
+}
+
+void World::learn(const Batch& batch) {
+    if (!batch.isDelta) {
+        m_oracle.learnAll(batch.records);
+        return;
+    }
+    for (const std::string& uid : batch.deleted) {
+        m_oracle.forget(uid);
+    }
+    for (const Record& record : batch.records) {
+        m_oracle.learn(record);
+    }
+}
+
+void World::push(const Batch& batch) {
+    Array eventDicts;
+    for (const std::string& uid : batch.deleted) {
+        eventDicts.append(Value(deletionNotice(uid)));
+    }
+    for (const Record& record : batch.records) {
+        eventDicts.append(Value(dictionaryOf(record)));
+    }
+    m_agent->alarmsUpdated(std::move(eventDicts), batch.isDelta);
+    if (m_asleep || m_waitingUntil) {
+        m_waiting.push_back(batch);
+    } else {
+        learn(batch);
+        expect(m_oracle.advanceTo(m_desktop.clock.now()));
+        m_desktop.timers.fireDue();
+    }
+}
+
+void World::advanceWithin(Instant until) {
+    while (m_desktop.timers.nextFireDate() <= until) {
+        m_desktop.timers.advanceTo(m_desktop.timers.nextFireDate());
+    }
+    m_desktop.clock.set(until);
+    expect(m_oracle.advanceTo(until));
+}
+
+void World::advance(double forSeconds) {
+    const Instant until = m_desktop.clock.now() + forSeconds;
+    if (m_waitingUntil && *m_waitingUntil <= until) {
+        advanceWithin(*m_waitingUntil);
+        m_waitingUntil.reset();
+        for (const Batch& batch : std::exchange(m_waiting, {})) {
+            learn(batch);
+            expect(m_oracle.advanceTo(m_desktop.clock.now()));
+        }
+    }
+    advanceWithin(until);
+}
+
+void World::passTime() {
+    advance(seconds(0, 20 * hour));
+    compare("time passed");
+}
+
+void World::pushAll() {
+    push({.isDelta = false, .deleted = {}, .records = m_records});
+    compare("everything was pushed");
+}
+
+void World::change(Record& record, Batch& batch) {
+    const std::uint32_t what = below(10);
+    if (what == 0) {
+        batch.records.push_back(m_records.emplace_back(newRecord()));
+        return;
+    }
+    batch.deleted.push_back(record.uid);
+    if (what == 1) {
+        record.reminders.clear(); // deleted, with nothing in its place
+        return;
+    }
+    record.start = what < 5 ? m_desktop.clock.now() + seconds(0, 5 * day) : record.start;
+    if (what == 5) {
+        // A snooze.
+        record.reminders.push_back({.uid = record.uid + "s" + std::to_string(below(1000000)),
+                                    .type = 0,
+                                    .absolute = m_desktop.clock.now() + seconds(0, 2 * hour),
+                                    .relativeSeconds = 0,
+                                    .acknowledged = std::nullopt});
+    }
+    batch.records.push_back(record);
+}
+
+void World::pushChanges() {
+    Batch batch{.isDelta = true, .deleted = {}, .records = {}};
+    m_records.reserve(m_records.size() + 20);
+    for (std::uint32_t count = 1 + below(20); count > 0; --count) {
+        Record& record = m_records[below(static_cast<std::uint32_t>(m_records.size()))];
+        if (std::ranges::find(batch.deleted, record.uid) == batch.deleted.end() &&
+            std::ranges::find(batch.records, record.uid, &Record::uid) == batch.records.end()) {
+            change(record, batch);
+        }
+    }
+    if (below(10) == 0) {
+        batch.records.push_back(m_records.front()); // unpaired: comes beside the old one
+    }
+    push(batch);
+    compare("changes were pushed");
+}
+
+/// The user deals with some of what has come, and the host says so.
+void World::acknowledge() {
+    Batch batch{.isDelta = true, .deleted = {}, .records = {}};
+    for (const Firing& firing : std::exchange(m_latelyFired, {})) {
+        const auto record = std::ranges::find(m_records, firing.recordUID, &Record::uid);
+        if (below(2) == 0 || record == m_records.end() || firing.isAbsolute) {
+            continue;
+        }
+        for (Reminder& reminder : record->reminders) {
+            if (reminder.uid == firing.reminderUID) {
+                reminder.acknowledged = m_desktop.clock.now();
+            }
+        }
+        std::erase_if(batch.records, [&](const Record& other) { return other.uid == record->uid; });
+        batch.deleted.push_back(record->uid);
+        batch.records.push_back(*record);
+    }
+    push(batch);
+    compare("alarms were acknowledged");
+}
+
+void World::sleepAndWake() {
+    m_desktop.powerNotices.fallAsleep();
+    m_asleep = true;
+    m_waitingUntil.reset();
+    advance(seconds(0, 5)); // it takes the machine a while
+    m_oracle.sleep();
+    for (std::uint32_t pushes = below(3); pushes > 0; --pushes) {
+        below(2) == 0 ? pushChanges() : acknowledge();
+    }
+    const double nap = below(3) == 0 ? seconds(hour, 6 * day) : seconds(minute, 10 * hour);
+    m_desktop.clock.set(m_desktop.clock.now() + nap);
+    expect(m_oracle.advanceTo(m_desktop.clock.now()));
+    expect(m_oracle.wake());
+    m_asleep = false;
+    m_waitingUntil = m_desktop.clock.now() + 1;
+    const bool timersComeFirst = below(2) == 0;
+    if (timersComeFirst) {
+        m_desktop.timers.fireDue();
+    }
+    m_desktop.powerNotices.wakeUp();
+    m_desktop.timers.fireDue();
+    compare("the machine slept and woke");
+}
+
+void World::setClockForward() {
+    m_desktop.clock.set(m_desktop.clock.now() + seconds(1, 3 * day));
+    expect(m_oracle.setClock(m_desktop.clock.now()));
+    if (below(2) == 0) {
+        m_desktop.timers.fireDue();
+    }
+    m_desktop.systemChangeNotices.changeTime();
+    m_desktop.timers.fireDue();
+    m_waitingUntil.reset();
+    for (const Batch& batch : std::exchange(m_waiting, {})) {
+        learn(batch);
+    }
+    expect(m_oracle.advanceTo(m_desktop.clock.now()));
+    compare("the clock was set forward");
+}
+
+void World::setClockBack() {
+    if (m_waitingUntil || m_desktop.clock.now() - m_lastSetBack < 5 * day) {
+        return;
+    }
+    m_lastSetBack = m_desktop.clock.now();
+    m_desktop.clock.set(m_desktop.clock.now() - seconds(1, 20 * hour));
+    expect(m_oracle.setClock(m_desktop.clock.now()));
+    m_desktop.systemChangeNotices.changeTime();
+    m_desktop.timers.fireDue();
+    compare("the clock was set back");
+}
+
+void World::changeZone() {
+    const TimeZone previous = m_desktop.regionalSettings.timeZone();
+    const TimeZone next = zone(zoneNames[below(std::size(zoneNames))]);
+    m_desktop.regionalSettings.setTimeZone(next);
+    if (!(previous == next)) {
+        expect(m_oracle.changeZone(next));
+    }
+    m_desktop.systemChangeNotices.changeTimeZoneFrom(previous);
+    m_desktop.timers.fireDue();
+    compare("the zone changed");
+}
+
+void World::powerOffAndOn() {
+    if (m_oracle.isInRepeatedTime()) {
+        return;
+    }
+    m_desktop.powerNotices.shutDown();
+    advance(seconds(0, 10)); // what still fires must not come again
+    compare("the power went off");
+    end();
+    m_oracle.sleep();
+    m_desktop.clock.set(m_desktop.clock.now() + seconds(0, 4 * day));
+    expect(m_oracle.advanceTo(m_desktop.clock.now()));
+    expect(m_oracle.wake());
+    launch();
+    m_desktop.timers.fireDue();
+    compare("the agent was restored");
+    advance(below(2) == 0 ? 0 : seconds(0, hour));
+    pushAll();
+}
+
+void World::cancelPowerOff() {
+    m_desktop.powerNotices.shutDown();
+    advance(seconds(0, 60));
+    m_desktop.powerNotices.cancelShutdown();
+    compare("the power stayed on");
+}
+
+/// What was known is lost, until the host says it again.
+void World::crash() {
+    m_agent.reset();
+    m_waiting.clear();
+    m_waitingUntil.reset();
+    m_oracle.forgetAll();
+    m_desktop.clock.set(m_desktop.clock.now() + seconds(0, hour));
+    expect(m_oracle.advanceTo(m_desktop.clock.now()));
+    launch();
+    advance(below(2) == 0 ? 0 : seconds(0, hour));
+    compare("the agent crashed");
+    pushAll();
+}
+
+void World::liveAYear() {
+    struct Happening {
+        void (World::*happens)();
+        std::uint32_t weight;
+    };
+    static constexpr Happening happenings[] = {
+        {&World::passTime, 30},      {&World::pushChanges, 20},   {&World::acknowledge, 15},
+        {&World::pushAll, 4},        {&World::sleepAndWake, 12},  {&World::setClockForward, 1},
+        {&World::setClockBack, 1},   {&World::changeZone, 3},     {&World::powerOffAndOn, 3},
+        {&World::cancelPowerOff, 1}, {&World::crash, 1}};
+    std::uint32_t total = 0;
+    for (const Happening& happening : happenings) {
+        total += happening.weight;
+    }
+    while (m_desktop.clock.now() < utc(2027, 1, 1) && m_fault.empty()) {
+        std::uint32_t drawn = below(total);
+        const Happening* happening = happenings;
+        while (drawn >= happening->weight) {
+            drawn -= happening->weight;
+            ++happening;
+        }
+        (this->*happening->happens)();
+    }
+}
+
+} // namespace plenzo::simulation
