@@ -25,7 +25,7 @@ public:
     ~World();
 
     void liveAYear();
-    /// Empty while both agree; else what happened, and what was missed or too much.
+    /// Empty while both agree; else what was missed or too much, and what happened before.
     [[nodiscard]] const std::string& fault() const { return m_fault; }
     /// How many alarms reached the user.
     [[nodiscard]] std::size_t firedCount() const { return m_firedCount; }
@@ -80,8 +80,10 @@ private:
     std::vector<Batch> m_waiting;
     std::optional<Instant> m_waitingUntil;
     Instant m_lastSetBack{-1e12};
+    Instant m_lastLaunch{-1e12};
     std::uint32_t m_recordCount = 0;
     std::size_t m_firedCount = 0;
+    std::vector<std::string> m_history;
     std::string m_fault;
 };
 
