@@ -66,6 +66,10 @@ public:
     [[nodiscard]] bool eventHasAlarm(const Alarm& row, Instant before) const;
 
     [[nodiscard]] std::size_t pendingAlarmCount() const { return m_alarmQueue.size(); }
+    /// The distant future when nothing is pending.
+    [[nodiscard]] Instant nextFireDate() const {
+        return m_alarmQueue.empty() ? Instant::distantFuture() : m_alarmQueue.fireDate(0);
+    }
     [[nodiscard]] const Inspector& inspector() const { return m_inspector; }
     [[nodiscard]] const Array& sourceListNodes() const { return m_sourceList.sourceListNodes(); }
     [[nodiscard]] const Dictionary& weatherDict() const { return m_weatherDict; }

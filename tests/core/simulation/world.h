@@ -42,6 +42,7 @@ private:
 
     // What happens.
     void passTime();
+    void passQuietWeeks();
     void pushAll();
     void pushChanges();
     void acknowledge();
@@ -58,6 +59,7 @@ private:
     [[nodiscard]] double seconds(double least, double most);
     [[nodiscard]] Record newRecord();
     void change(Record& record, Batch& batch);
+    void acknowledgeAhead(Record& record);
     void push(const Batch& batch);
     void learn(const Batch& batch);
     void advance(double forSeconds);
