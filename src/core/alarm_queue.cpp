@@ -109,11 +109,6 @@ void AlarmQueue::sort() {
     std::inplace_merge(firstPlace, added, m_entries.end(), inOrder);
 }
 
-void AlarmQueue::sortAll() {
-    m_sortedCount = 0;
-    sort();
-}
-
 /// Alarms of one moment are many in a calendar of whole hours, so their records are read once each
 /// and not at every comparison.
 void AlarmQueue::sortTies(std::vector<Entry>::iterator begin) {

@@ -34,8 +34,6 @@ public:
     void append(const EventDict& eventDict, const UpcomingReminder& reminder, const TimeZone& zone);
     /// Brings the appended alarms to their places. Equal ones keep the order in which they came.
     void sort();
-    /// Brings all alarms to their places anew, as after a change of the order of titles.
-    void sortAll();
     void clear();
     /// Empties the queue and gives what was in it, to be let go of elsewhere.
     [[nodiscard]] std::shared_ptr<void> takeContents();
