@@ -47,6 +47,8 @@ public:
     bool isIndexed() const;
     /// Asks for the entries from memory, without waiting: for a dictionary that is read soon.
     void prefetch() const {
+        if (m_block == nullptr)
+            return;
         for (std::size_t offset = 0; offset < prefetchedBytes; offset += 64)
             __builtin_prefetch(reinterpret_cast<const std::byte*>(m_block) + offset);
     }
