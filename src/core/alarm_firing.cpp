@@ -3,6 +3,7 @@
 #include "core/preference_keys.h"
 #include "model/alarm_order.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <unordered_set>
@@ -48,13 +49,13 @@ std::vector<const Alarm*> withoutRepetitions(const std::vector<Alarm>& dueAlarms
 
 /// The sound of the last one that has one.
 std::optional<std::string> soundName(const std::vector<const Alarm*>& alarms) {
-    for (auto alarm = alarms.rbegin(); alarm != alarms.rend(); ++alarm) {
-        if ((*alarm)->reminderType() == ReminderType::Sound) {
-            const auto name = (*alarm)->reminderDict->stringForKey(keys::url);
-            return std::string(name.value_or(defaultSoundName));
-        }
-    }
-    return std::nullopt;
+    const auto last = std::find_if(alarms.rbegin(), alarms.rend(), [](const Alarm* alarm) {
+        return alarm->reminderType() == ReminderType::Sound;
+    });
+    return last != alarms.rend()
+               ? std::optional<std::string>(
+                     (*last)->reminderDict->stringForKey(keys::url).value_or(defaultSoundName))
+               : std::nullopt;
 }
 
 } // namespace

@@ -3,10 +3,10 @@
 #include "dates/instant.h"
 #include "propertylist/dictionary.h"
 
-#include <compare>
 #include <limits>
 #include <set>
 #include <string>
+#include <tuple>
 
 namespace plenzo {
 
@@ -28,13 +28,8 @@ public:
     void forgetBefore(Instant date);
 
 private:
-    struct FiredAlarm {
-        double fireSeconds;
-        std::string eventUID;
-        std::string reminderUID;
-
-        friend auto operator<=>(const FiredAlarm&, const FiredAlarm&) = default;
-    };
+    /// The date in seconds, the record's "uid", the reminder's.
+    using FiredAlarm = std::tuple<double, std::string, std::string>;
 
     [[nodiscard]] bool holds(const Dictionary& eventDict, const Dictionary& reminderDict,
                              Instant fireDate) const;

@@ -6,7 +6,6 @@ namespace plenzo {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(AnAgentThatLaunches, OpensTheLinkBeforeItAnnouncesItself) {
     TestAgent test;

@@ -250,7 +250,7 @@ void World::change(Record& record, Batch& batch) {
 }
 
 /// As on another machine whose clock is ahead: what is still to come is done already.
-void World::acknowledgeAhead(Record& record) {
+void World::acknowledgeAhead(Record& record) const {
     for (Reminder& reminder : record.reminders) {
         const auto due = dueDate(record, reminder, m_desktop.regionalSettings.timeZone());
         if (due && !reminder.absolute) {

@@ -59,7 +59,7 @@ private:
     [[nodiscard]] double seconds(double least, double most);
     [[nodiscard]] Record newRecord();
     void change(Record& record, Batch& batch);
-    void acknowledgeAhead(Record& record);
+    void acknowledgeAhead(Record& record) const;
     void push(const Batch& batch);
     void learn(const Batch& batch);
     void advance(double forSeconds);
