@@ -16,8 +16,8 @@ constexpr double day = 86400;
 constexpr std::size_t recordCount = 1500;
 constexpr std::size_t sharedReminderCount = 20;
 
-constexpr const char* zoneNames[] = {"Europe/Berlin",    "America/New_York",   "America/St_Johns",
-                                     "Asia/Kolkata",     "Australia/Lord_Howe", "Pacific/Apia",
+constexpr const char* zoneNames[] = {"Europe/Berlin",     "America/New_York",    "America/St_Johns",
+                                     "Asia/Kolkata",      "Australia/Lord_Howe", "Pacific/Apia",
                                      "Africa/Casablanca", "Asia/Tokyo"};
 
 std::string described(const Firing& firing) {
@@ -78,8 +78,8 @@ double World::seconds(double least, double most) {
 }
 
 Record World::newRecord() {
-    static constexpr Record::Kind kinds[] = {Record::Kind::Timed,  Record::Kind::Timed,
-                                             Record::Kind::Timed,  Record::Kind::AllDay,
+    static constexpr Record::Kind kinds[] = {Record::Kind::Timed,    Record::Kind::Timed,
+                                             Record::Kind::Timed,    Record::Kind::AllDay,
                                              Record::Kind::Floating, Record::Kind::Undated};
     static constexpr int types[] = {0, 0, 1, 1, 3, 10};
     const Instant year = utc(2026, 1, 1);
@@ -380,9 +380,9 @@ void World::liveAYear() {
         std::uint32_t weight;
     };
     static constexpr Happening happenings[] = {
-        {&World::passTime, 30},      {&World::pushChanges, 20},   {&World::acknowledge, 15},
-        {&World::pushAll, 4},        {&World::sleepAndWake, 12},  {&World::setClockForward, 1},
-        {&World::setClockBack, 1},   {&World::changeZone, 3},     {&World::powerOffAndOn, 3},
+        {&World::passTime, 30},      {&World::pushChanges, 20},  {&World::acknowledge, 15},
+        {&World::pushAll, 4},        {&World::sleepAndWake, 12}, {&World::setClockForward, 1},
+        {&World::setClockBack, 1},   {&World::changeZone, 3},    {&World::powerOffAndOn, 3},
         {&World::cancelPowerOff, 1}, {&World::crash, 1}};
     std::uint32_t total = 0;
     for (const Happening& happening : happenings) {
