@@ -101,8 +101,7 @@ TEST_F(ASession, KeepsNoColours) {
     endAt(at(8));
     EXPECT_EQ(desktop.saved("Reminders.plist"), Value(Array{colored}));
     const Value nodes = desktop.saved("Calendars.plist");
-    const Array& children =
-        *nodes.array()->begin()->dictionary()->arrayForKey(keys::children);
+    const Array& children = *nodes.array()->begin()->dictionary()->arrayForKey(keys::children);
     const Dictionary& savedCalendar = *children.begin()->dictionary();
     EXPECT_FALSE(savedCalendar.contains(keys::color));
     EXPECT_EQ(savedCalendar.integerForKey(keys::colInt), 0x1E90FF);
