@@ -87,10 +87,10 @@ void EventIntake::patchEvents(const std::vector<EventDict>& eventDicts) {
     }
     m_collaborators.queue.removeAlarmsOf(removed);
     for (const EventDict& eventDict : eventDicts) {
-        if (delta.isTrueDeletion(*eventDict)) {
-            const auto uid = eventDict->stringForKey(keys::uid).value_or(std::string_view());
-            notifications.removeNotificationsForUIDPlusDay(uid);
-            shownAlarms.removeAlarmsForUIDPlusDay(uid);
+        const auto uid = eventDict->stringForKey(keys::uid);
+        if (uid && delta.isTrueDeletion(*eventDict)) {
+            notifications.removeNotificationsForUIDPlusDay(*uid);
+            shownAlarms.removeAlarmsForUIDPlusDay(*uid);
         } else if (delta.isReplacement(*eventDict)) {
             notifications.removeNotificationsForDeletedOrAckdRemindersInEventDict(*eventDict);
             shownAlarms.removeAlarmsForDeletedOrAckdRemindersInEventDict(*eventDict);

@@ -4,7 +4,6 @@
 #include "propertylist/binary_property_list.h"
 
 #include <array>
-#include <span>
 #include <utility>
 
 namespace plenzo {
@@ -61,7 +60,16 @@ std::vector<std::byte> written(const Value& value) {
 } // namespace
 
 bool SavedState::stage(const char* name, const Value& contents) {
-    const auto bytes = written(contents);
+    return replaceStaged(name, written(contents));
+}
+
+/// Weather that no file can hold is none; it must not cost the alarms.
+bool SavedState::stageWeather(const Dictionary& weather) {
+    const auto bytes = weather.empty() ? std::vector<std::byte>() : written(Value(weather));
+    return bytes.empty() || replaceStaged(weatherFile, bytes);
+}
+
+bool SavedState::replaceStaged(const char* name, std::span<const std::byte> bytes) {
     return !bytes.empty() && m_files.replace(path(join(unfinishedFolder, name).c_str()), bytes);
 }
 
@@ -71,8 +79,7 @@ bool SavedState::save(const Contents& contents) {
         stage(remindersFile, Value(recordsOf(contents.eventDicts))) &&
         m_files.setModificationDate(path(join(unfinishedFolder, remindersFile).c_str()),
                                     contents.issueTime) &&
-        stage(calendarsFile, Value(contents.sourceListNodes)) &&
-        (contents.weather.empty() || stage(weatherFile, Value(contents.weather))) &&
+        stage(calendarsFile, Value(contents.sourceListNodes)) && stageWeather(contents.weather) &&
         m_files.remove(path(finishedFolder)) &&
         m_files.move(path(unfinishedFolder), path(finishedFolder));
     if (!isStaged) {
@@ -83,12 +90,33 @@ bool SavedState::save(const Contents& contents) {
     return true;
 }
 
-/// What was interrupted is taken up again at the next launch.
+/// What was interrupted is taken up again at the next launch. Of an earlier state nothing stays
+/// that the new one lacks; that is removed first, as long as the file is still there that is moved
+/// first.
 void SavedState::putInPlace() {
+    if (isFinished(calendarsFile) && !isFinished(weatherFile)) {
+        m_files.remove(path(weatherFile));
+    }
     for (const char* name : fileNames) {
-        m_files.move(path(join(finishedFolder, name).c_str()), path(name));
+        putInPlace(name);
     }
     m_files.remove(path(finishedFolder));
+}
+
+/// A file takes the place of another one. What else is there is not ours and gets another name.
+void SavedState::putInPlace(const char* name) {
+    constexpr int mostOtherNames = 10;
+    const std::string from = path(join(finishedFolder, name).c_str());
+    const std::string to = path(name);
+    bool isThere = m_files.move(from, to) || !isFinished(name);
+    for (int number = 1; !isThere && number <= mostOtherNames; ++number) {
+        isThere =
+            m_files.move(to, to + ".damaged-" + std::to_string(number)) && m_files.move(from, to);
+    }
+}
+
+bool SavedState::isFinished(const char* name) const {
+    return m_files.modificationDate(path(join(finishedFolder, name).c_str())).has_value();
 }
 
 void SavedState::discard() {

@@ -5,8 +5,10 @@
 #include "propertylist/array.h"
 #include "propertylist/dictionary.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace plenzo {
@@ -46,8 +48,12 @@ public:
 private:
     [[nodiscard]] std::string path(const char* name) const { return m_folder + "/" + name; }
     bool stage(const char* name, const Value& contents);
+    bool stageWeather(const Dictionary& weather);
+    bool replaceStaged(const char* name, std::span<const std::byte> bytes);
     [[nodiscard]] std::optional<Value> read(const char* name) const;
     void putInPlace();
+    void putInPlace(const char* name);
+    [[nodiscard]] bool isFinished(const char* name) const;
 
     Files& m_files;
     std::string m_folder;
