@@ -30,7 +30,7 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity)
                      .regionalSettings = platform.regionalSettings,
                      .disposal = platform.disposal},
                     [this] { m_alarmFiring.setAlarmTimer(); }),
-      m_sourceList(platform.defaults), m_inspector(m_alarmQueue) {
+      m_sourceList(platform.defaults), m_inspector(m_alarmQueue, platform.userNotificationCenter) {
     registerDefaults(platform.defaults);
 }
 

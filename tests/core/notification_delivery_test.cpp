@@ -1,5 +1,5 @@
+#include "core/inspector.h"
 #include "core/notification_delivery.h"
-
 #include "core/preference_keys.h"
 #include "propertylist/known_keys.h"
 #include "support/fake_clock.h"
@@ -79,10 +79,11 @@ protected:
 TEST_F(ANotification, CarriesAButtonAndWhatItIsAbout) {
     deliver("tea-10");
     EXPECT_EQ(center.delivered.back().actionButtonTitle, "Snooze");
-    EXPECT_EQ(Value(center.delivered.back().userInformation),
-              Value(Dictionary{{keys::eventUidPlusDay, "tea-10"},
-                               {keys::notificationReminderUid, "r"},
-                               {keys::eventTime, utc(2026, 3, 10, 13).secondsSinceReferenceDate()}}));
+    EXPECT_EQ(
+        Value(center.delivered.back().userInformation),
+        Value(Dictionary{{keys::eventUidPlusDay, "tea-10"},
+                         {keys::notificationReminderUid, "r"},
+                         {keys::eventTime, utc(2026, 3, 10, 13).secondsSinceReferenceDate()}}));
 }
 
 TEST_F(ANotification, KnowsWhatItIsAboutUpToTheFirstThatIsMissing) {
@@ -115,13 +116,18 @@ TEST_F(ANotification, SoundsAsItsReminderSaysIfThereIsSuchASound) {
     const auto sound = [](const Value& url) {
         return Dictionary{{keys::uid, "r"}, {keys::type, 1}, {keys::url, url}};
     };
-    const Case cases[] = {
-        {sound("Big%20Bell"), "Big Bell"}, {sound("Big Bell"), "Big Bell"},
-        {sound("Gr%C3%B6%c3%9Fe"), "Größe"}, {sound("Gong"), ""},
-        {sound(""), ""}, {sound("100%"), "Basso"}, {sound("%zz"), "Basso"},
-        {sound("%FF"), "Basso"}, {sound(7), "Basso"},
-        {{{keys::type, 1}}, "Basso"}, {{{keys::type, 0}, {keys::url, "Basso"}}, std::nullopt},
-        {{{keys::type, 10}}, std::nullopt}};
+    const Case cases[] = {{sound("Big%20Bell"), "Big Bell"},
+                          {sound("Big Bell"), "Big Bell"},
+                          {sound("Gr%C3%B6%c3%9Fe"), "Größe"},
+                          {sound("Gong"), ""},
+                          {sound(""), ""},
+                          {sound("100%"), "Basso"},
+                          {sound("%zz"), "Basso"},
+                          {sound("%FF"), "Basso"},
+                          {sound(7), "Basso"},
+                          {{{keys::type, 1}}, "Basso"},
+                          {{{keys::type, 0}, {keys::url, "Basso"}}, std::nullopt},
+                          {{{keys::type, 10}}, std::nullopt}};
     for (const auto& [reminderDict, soundName] : cases) {
         deliver(tea(), reminderDict);
         EXPECT_EQ(center.delivered.back().soundName, soundName);
@@ -159,9 +165,9 @@ TEST_F(ANotification, SnoozesFromNowOrToATimeBeforeTheStart) {
         Instant until;
     };
     clock.set(utc(2026, 3, 10, 10) + 0.7);
-    const Case cases[] = {{300, utc(2026, 3, 10, 10, 5)},     {0, utc(2026, 3, 10, 10)},
-                          {-600, utc(2026, 3, 10, 12, 50)},   {"900", utc(2026, 3, 10, 10, 15)},
-                          {-4 * 3600, utc(2026, 3, 10, 9)},   {Array(), utc(2026, 3, 10, 10)}};
+    const Case cases[] = {{300, utc(2026, 3, 10, 10, 5)},   {0, utc(2026, 3, 10, 10)},
+                          {-600, utc(2026, 3, 10, 12, 50)}, {"900", utc(2026, 3, 10, 10, 15)},
+                          {-4 * 3600, utc(2026, 3, 10, 9)}, {Array(), utc(2026, 3, 10, 10)}};
     for (const auto& [snoozeSeconds, until] : cases) {
         setSnooze(snoozeSeconds);
         deliver("tea-10");
@@ -261,6 +267,27 @@ TEST_F(ANotification, StaysForTwoHoursAndLongerWhenNobodyHasSeenIt) {
     clock.set(utc(2026, 3, 10, 11, 0, 1));
     delivery.cleanDeliveredNotifications();
     EXPECT_THAT(shown(), ElementsAre("waiting", "later"));
+}
+
+TEST_F(ANotification, IsShownByTheInspector) {
+    deliver("tea-10");
+    center.hasServer = false;
+    Dictionary nameless = tea();
+    nameless.remove(keys::uid);
+    deliver(nameless, reminder("r"));
+    const TitleOrder order("en_US");
+    const AlarmQueue queue(order);
+    const Value rows = Inspector(queue, center).deliveredNotifications();
+    EXPECT_EQ(rows, Value(Array{
+                        Dictionary{{"deliveryDate", clock.now().date()},
+                                   {keys::title, "tea-10"},
+                                   {keys::uid, "tea-10"},
+                                   {keys::reminderUid, "r"},
+                                   {"eventTime", utc(2026, 3, 10, 13).secondsSinceReferenceDate()},
+                                   {"shown", true}},
+                        Dictionary{{"deliveryDate", clock.now().date()},
+                                   {keys::title, "tea-10"},
+                                   {"shown", false}}}));
 }
 
 TEST_F(ANotification, IsAnsweredToNobodyAfterTheEnd) {
