@@ -84,14 +84,17 @@ public:
         : m_timers(m_loop, m_clock), m_defaults(preferencesPath(m_folders)),
           m_desktopBus(m_loop, std::move(connections.desktop), [this] { m_loop.quit(0); }),
           m_systemBus(connectToSystemBus(m_loop, [this] { m_powerNotices.systemBusLost(); })),
-          m_userNotificationCenter(m_desktopBus, m_clock),
+          m_userNotificationCenter(m_loop, m_desktopBus, m_clock),
           m_powerNotices(m_systemBus.get(), m_desktopBus, [this] { m_loop.quit(0); }),
           m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
           m_busThread(std::move(connections.link)), m_disposal(m_busThread),
           m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
           m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
-          m_inspector(m_loop, m_busThread,
-                      [this] { return m_plenzoAlarm.inspector().pendingAlarms(); }) {
+          m_inspector(
+              m_loop, m_busThread,
+              {.pendingAlarms = [this] { return m_plenzoAlarm.inspector().pendingAlarms(); },
+               .deliveredNotifications =
+                   [this] { return m_plenzoAlarm.inspector().deliveredNotifications(); }}) {
         m_hostLink.setDisconnected([this] { m_loop.quit(0); });
     }
 

@@ -27,6 +27,19 @@ Dictionary row(const Alarm& alarm) {
     return row;
 }
 
+Dictionary row(const DeliveredNotification& notification) {
+    const Dictionary& information = notification.userInformation;
+    Dictionary row;
+    row.reserve(6);
+    row.set("deliveryDate", Value(notification.actualDeliveryDate.date()));
+    row.set(keys::title, Value(notification.title));
+    copyValue(information, keys::eventUidPlusDay, row, keys::uid);
+    copyValue(information, keys::notificationReminderUid, row, keys::reminderUid);
+    copyValue(information, keys::eventTime, row, "eventTime");
+    row.set("shown", Value(notification.hasBeenShown));
+    return row;
+}
+
 } // namespace
 
 Array Inspector::pendingAlarms() const {
@@ -34,6 +47,14 @@ Array Inspector::pendingAlarms() const {
     rows.reserve(m_queue.size());
     for (std::size_t index = 0; index < m_queue.size(); ++index) {
         rows.append(Value(row(m_queue[index])));
+    }
+    return rows;
+}
+
+Array Inspector::deliveredNotifications() const {
+    Array rows;
+    for (const DeliveredNotification& notification : m_center.deliveredNotifications()) {
+        rows.append(Value(row(notification)));
     }
     return rows;
 }

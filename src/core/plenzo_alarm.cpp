@@ -76,7 +76,7 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowCont
                                                       .clock = platform.clock,
                                                       .regionalSettings = platform.regionalSettings,
                                                       .timers = platform.timers}),
-      m_inspector(m_alarmQueue) {
+      m_inspector(m_alarmQueue, platform.userNotificationCenter) {
     registerDefaults(platform.defaults);
 }
 
@@ -95,6 +95,7 @@ void PlenzoAlarm::applicationWillTerminate() {
     m_platform.hostLink.close();
     m_powerNotices.reset();
     m_systemChangeNotices.reset();
+    m_notificationDelivery.ignoreActivations();
     m_platform.distributedNotifications.post("PlenzoAlarm Quit");
 }
 

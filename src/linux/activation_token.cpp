@@ -8,10 +8,16 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <utility>
 
 namespace plenzo {
 
 namespace {
+
+/// It becomes part of a program's environment.
+constexpr std::size_t longestTokenBytes = 1000;
+
+thread_local std::optional<std::string> offeredToken;
 
 std::string hostName() {
     utsname names{};
@@ -27,8 +33,21 @@ std::uint32_t displayTimeMilliseconds() {
 
 } // namespace
 
+OfferedActivationToken::OfferedActivationToken(std::string token) {
+    if (!token.empty() && token.size() <= longestTokenBytes) {
+        offeredToken = std::move(token);
+    }
+}
+
+OfferedActivationToken::~OfferedActivationToken() {
+    offeredToken.reset();
+}
+
 std::optional<std::string> newActivationToken() {
     static std::atomic<unsigned> count = 0;
+    if (offeredToken) {
+        return std::exchange(offeredToken, std::nullopt);
+    }
     if (environment("DISPLAY").empty()) {
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <cstdint>
 #include <utility>
 
 namespace plenzo {
@@ -11,6 +12,11 @@ namespace {
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 constexpr const char* noOwnerError = "org.freedesktop.DBus.Error.NameHasNoOwner";
+
+std::uint64_t timeLimitMicroseconds(const BusMethod& method) {
+    constexpr std::uint64_t usual = 0;
+    return method.patience == BusMethod::Patience::Endless ? UINT64_MAX : usual;
+}
 
 std::string matchRule(const std::string& sender, const std::string& interface,
                       const std::string& member) {
@@ -98,6 +104,24 @@ void BusService::send(const BusMethod& method, const std::function<void(sdbus::M
     if (!isPresent()) {
         return;
     }
+    try {
+        sdbus::IProxy& destination = object(method.path);
+        sdbus::MethodCall message = destination.createMethodCall(method.interface, method.name);
+        write(message);
+        sendMessage(destination, message, method, replied);
+        m_bus.sent();
+    } catch (const sdbus::Error&) {
+        return; // The bus has gone, which its owner learns.
+    }
+}
+
+void BusService::sendMessage(sdbus::IProxy& destination, sdbus::MethodCall& message,
+                             const BusMethod& method, const ReplyHandler& replied) {
+    if (!replied) {
+        message.dontExpectReply();
+        destination.callMethod(message);
+        return;
+    }
     const auto read = [replied](sdbus::MethodReply& reply, const sdbus::Error* error) {
         try {
             replied(error == nullptr ? &reply : nullptr);
@@ -105,15 +129,7 @@ void BusService::send(const BusMethod& method, const std::function<void(sdbus::M
             return; // It does not hold what such a reply has to.
         }
     };
-    try {
-        sdbus::IProxy& destination = object(method.path);
-        sdbus::MethodCall call = destination.createMethodCall(method.interface, method.name);
-        write(call);
-        destination.callMethod(call, read);
-        m_bus.sent();
-    } catch (const sdbus::Error&) {
-        return; // The bus has gone, which its owner learns.
-    }
+    destination.callMethod(message, read, timeLimitMicroseconds(method));
 }
 
 sdbus::IProxy& BusService::object(const std::string& path) {

@@ -15,9 +15,14 @@ namespace plenzo {
 
 /// An operation of an object on the bus.
 struct BusMethod {
+    /// How long the reply may take: what the bus library finds usual, or as long as the service is
+    /// there.
+    enum class Patience { Usual, Endless };
+
     std::string path;
     const char* interface;
     const char* name;
+    Patience patience = Patience::Usual;
 };
 
 /// A service of a bus that is used while it is there and never started: calls go to the connection
@@ -40,7 +45,8 @@ public:
     /// the name. What it throws while it reads is caught. Waits for the bus, as starting up may.
     void onSignal(const std::string& interface, const std::string& signal, SignalHandler heard);
 
-    /// Does nothing, and `replied` is not called, while the service is away.
+    /// Does nothing, and `replied` is not called, while the service is away. Without `replied` the
+    /// service is asked for no reply.
     template <typename... Arguments>
     void call(const BusMethod& method, const ReplyHandler& replied, const Arguments&... arguments) {
         send(
@@ -57,6 +63,8 @@ private:
     void setOwner(const std::string& owner);
     void send(const BusMethod& method, const std::function<void(sdbus::MethodCall&)>& write,
               const ReplyHandler& replied);
+    static void sendMessage(sdbus::IProxy& destination, sdbus::MethodCall& message,
+                            const BusMethod& method, const ReplyHandler& replied);
     sdbus::IProxy& object(const std::string& path);
 
     BusOnMainLoop& m_bus;

@@ -1,84 +1,45 @@
 #include "linux/freedesktop_notifications.h"
 
-#include "linux/wire/bus_text.h"
-
-#include <sdbus-c++/sdbus-c++.h>
+#include "linux/activation_token.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace plenzo {
 
 namespace {
 
-constexpr const char* serverName = "org.freedesktop.Notifications";
-constexpr const char* serverPath = "/org/freedesktop/Notifications";
-constexpr const char* serverInterface = "org.freedesktop.Notifications";
-constexpr const char* ownerChangeMatch =
-    "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-    "member='NameOwnerChanged',arg0='org.freedesktop.Notifications'";
-
-constexpr std::uint8_t criticalUrgency = 2;
-constexpr std::int32_t neverExpires = 0;
-
-/// The body's markup is a small subset of XML.
-std::string escaped(const std::string& text) {
-    std::string result;
-    result.reserve(text.size());
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '>':
-            result += "&gt;";
-            break;
-        default:
-            result += character;
-        }
-    }
-    return result;
-}
-
-std::string joinedLines(const std::string& first, const std::string& second) {
-    return first + (first.empty() || second.empty() ? "" : "\n") + second;
-}
+/// A burst of alarms goes out in pieces, so that the main loop is not held for long. The bus, too,
+/// may refuse more than 128 calls that wait for their replies.
+constexpr int mostOnTheirWay = 32;
 
 } // namespace
 
-FreedesktopNotifications::FreedesktopNotifications(BusOnMainLoop& bus, const Clock& clock)
-    : m_bus(bus), m_clock(clock),
-      m_server(sdbus::createProxy(bus.connection(), serverName, serverPath)) {
-    subscribe();
-}
+FreedesktopNotifications::FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus,
+                                                   const Clock& clock)
+    : FreedesktopNotifications(loop, bus, clock, Delays()) {}
 
-void FreedesktopNotifications::subscribe() {
-    m_server->uponSignal("NotificationClosed")
-        .onInterface(serverInterface)
-        .call(
-            [this](std::uint32_t identifier, std::uint32_t /*reason*/) { noteClosed(identifier); });
-    m_server->finishRegistration();
-    m_ownerChanges =
-        m_bus.connection().addMatch(ownerChangeMatch, [this](sdbus::Message&) { forgetServer(); });
-    m_bus.sent();
-}
+FreedesktopNotifications::FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus,
+                                                   const Clock& clock, Delays delays)
+    : m_loop(loop), m_clock(clock), m_delays(delays), m_retryMilliseconds(delays.retryMilliseconds),
+      m_server(bus, serverEvents()) {}
 
-/// A new server knows nothing of the old one's notifications, and may show text differently.
-void FreedesktopNotifications::forgetServer() {
-    ++m_serverNumber;
-    m_shown.clear();
-    std::erase_if(m_there, [](const DeliveredNotification& notification) {
-        return notification.hasBeenShown;
-    });
-    m_bodyText.reset();
-    m_isAsking = false;
-    if (!m_waiting.empty()) {
-        askForCapabilities();
-    }
+NotificationServer::Events FreedesktopNotifications::serverEvents() {
+    return {
+        .ready =
+            [this] {
+                m_return.reset();
+                sendWaiting();
+            },
+        .left = [this] { serverLeft(); },
+        .closed = [this](Number number,
+                         NotificationServer::CloseReason reason) { noteClosed(number, reason); },
+        .actionInvoked = [this](Number number,
+                                const std::string& action) { noteAction(number, action); },
+        .activationToken =
+            [this](Number number, const std::string& token) {
+                m_activationToken = {.number = number, .token = token};
+            }};
 }
 
 void FreedesktopNotifications::deliver(const UserNotification& notification) {
@@ -86,126 +47,173 @@ void FreedesktopNotifications::deliver(const UserNotification& notification) {
                        .title = notification.title,
                        .userInformation = notification.userInformation,
                        .actualDeliveryDate = m_clock.now()});
-    if (m_bodyText) {
-        notify({m_count, notification});
-        return;
-    }
-    m_waiting.push_back({m_count, notification});
-    if (!m_isAsking) {
-        askForCapabilities();
+    m_deliveries.emplace(m_count, Delivery{.notification = notification});
+    m_waiting.push_back(m_count);
+    m_hasAskedForReturn = false;
+    m_server.start();
+    sendWaiting();
+}
+
+void FreedesktopNotifications::sendWaiting() {
+    while (m_server.isReady() && m_onTheirWay < mostOnTheirWay && !m_waiting.empty()) {
+        const std::uint64_t identifier = m_waiting.front();
+        m_waiting.pop_front();
+        const auto delivery = m_deliveries.find(identifier);
+        if (delivery != m_deliveries.end()) {
+            send(identifier, delivery->second.notification);
+        }
     }
 }
 
-void FreedesktopNotifications::askForCapabilities() {
-    m_isAsking = true;
-    try {
-        m_server->callMethodAsync("GetCapabilities")
-            .onInterface(serverInterface)
-            .uponReplyInvoke(
-                [this, server = m_serverNumber](const sdbus::Error* /*error*/,
-                                                const std::vector<std::string>& capabilities) {
-                    if (server == m_serverNumber) {
-                        noteCapabilities(capabilities);
-                    }
-                });
-        m_bus.sent();
-    } catch (const sdbus::Error&) {
-        noteCapabilities({});
-    }
-}
-
-void FreedesktopNotifications::noteCapabilities(const std::vector<std::string>& capabilities) {
-    m_isAsking = false;
-    const bool hasMarkup =
-        std::find(capabilities.begin(), capabilities.end(), "body-markup") != capabilities.end();
-    m_bodyText = hasMarkup ? BodyText::Markup : BodyText::Plain;
-    for (const Waiting& waiting : std::exchange(m_waiting, {})) {
-        notify(waiting);
-    }
-}
-
-void FreedesktopNotifications::notify(const Waiting& waiting) {
-    const UserNotification& notification = waiting.notification;
-    const auto body = joinedLines(notification.subtitle, notification.informativeText);
-    const std::map<std::string, sdbus::Variant> hints{
-        {"urgency", sdbus::Variant(criticalUrgency)},
-        {"desktop-entry", sdbus::Variant(std::string("org.plenzo.PlenzoAlarm"))}};
-    try {
-        m_server->callMethodAsync("Notify")
-            .onInterface(serverInterface)
-            .withArguments(std::string("Plenzo Alarm"), std::uint32_t{0},
-                           std::string("appointment-soon"), busText(notification.title),
-                           busText(m_bodyText == BodyText::Markup ? escaped(body) : body),
-                           std::vector<std::string>(), hints, neverExpires)
-            .uponReplyInvoke([this, server = m_serverNumber, identifier = waiting.identifier](
-                                 const sdbus::Error* error, std::uint32_t serverIdentifier) {
-                if (server == m_serverNumber) {
-                    noteAnswer(identifier,
-                               error == nullptr ? std::optional(serverIdentifier) : std::nullopt);
-                }
-            });
-        m_bus.sent();
-    } catch (const sdbus::Error&) {
-        return; // The bus has gone, and the program ends with it.
-    }
+void FreedesktopNotifications::send(std::uint64_t identifier,
+                                    const UserNotification& notification) {
+    ++m_onTheirWay;
+    m_server.notify(notification,
+                    [this, identifier](NotificationServer::Answer answer, Number number) {
+                        noteAnswer(identifier, answer, number);
+                    });
 }
 
 void FreedesktopNotifications::noteAnswer(std::uint64_t identifier,
-                                          std::optional<std::uint32_t> serverIdentifier) {
-    const auto found = std::ranges::find(m_there, identifier, &DeliveredNotification::identifier);
+                                          NotificationServer::Answer answer, Number number) {
+    --m_onTheirWay;
+    if (answer == NotificationServer::Answer::Refused) {
+        noteRefused(identifier);
+    } else {
+        noteShown(identifier, number);
+    }
+    sendWaiting();
+}
+
+void FreedesktopNotifications::noteShown(std::uint64_t identifier, Number number) {
+    m_retryMilliseconds = m_delays.retryMilliseconds;
+    const auto notification = find(identifier);
+    const bool isRemoved = notification == m_there.end();
+    if (!isRemoved) {
+        notification->hasBeenShown = true;
+    }
+    if (number == 0) {
+        return;
+    }
+    if (isRemoved) {
+        m_server.close(number);
+        return;
+    }
+    m_deliveries[identifier].number = number;
+    m_identifiers.insert_or_assign(number, identifier);
+}
+
+void FreedesktopNotifications::noteRefused(std::uint64_t identifier) {
+    if (!m_deliveries.contains(identifier)) {
+        return;
+    }
+    m_refused.push_back(identifier);
+    if (!m_retry) {
+        m_retry = m_loop.after(m_retryMilliseconds, [this] { retryRefused(); });
+        m_retryMilliseconds = std::min(2 * m_retryMilliseconds, m_delays.longestRetryMilliseconds);
+    }
+}
+
+void FreedesktopNotifications::retryRefused() {
+    m_retry.reset();
+    m_waiting.insert(m_waiting.end(), m_refused.begin(), m_refused.end());
+    m_refused.clear();
+    sendWaiting();
+}
+
+/// What it showed went with it, and its numbers mean nothing to another one.
+void FreedesktopNotifications::serverLeft() {
+    m_onTheirWay = 0;
+    m_identifiers.clear();
+    m_refused.clear();
+    m_retry.reset();
+    m_retryMilliseconds = m_delays.retryMilliseconds;
+    m_waiting.clear();
+    for (auto& [identifier, delivery] : m_deliveries) {
+        delivery.number = 0;
+        m_waiting.push_back(identifier);
+    }
+    if (!m_waiting.empty()) {
+        m_return = m_loop.after(m_delays.returnMilliseconds, [this] { startServerAgain(); });
+    }
+}
+
+/// Once: a server that cannot bear what it is to show would die again and again.
+void FreedesktopNotifications::startServerAgain() {
+    m_return.reset();
+    if (!m_deliveries.empty() && !m_hasAskedForReturn) {
+        m_hasAskedForReturn = m_server.start();
+    }
+}
+
+void FreedesktopNotifications::noteClosed(Number number, NotificationServer::CloseReason reason) {
+    const auto known = m_identifiers.extract(number);
+    if (!known) {
+        return;
+    }
+    if (reason == NotificationServer::CloseReason::DismissedByUser) {
+        tell(known.mapped(), ActivationType::None);
+    }
+    forget(known.mapped());
+}
+
+void FreedesktopNotifications::noteAction(Number number, const std::string& action) {
+    const bool isButton = action == notificationaction::button;
+    const auto known = m_identifiers.find(number);
+    if (known == m_identifiers.end() || (!isButton && action != notificationaction::contents)) {
+        return;
+    }
+    const std::uint64_t identifier = known->second;
+    const ActivationToken token = std::exchange(m_activationToken, {});
+    const OfferedActivationToken offer(token.number == number ? token.token : std::string());
+    tell(identifier,
+         isButton ? ActivationType::ActionButtonClicked : ActivationType::ContentsClicked);
+    removeDelivered(identifier);
+}
+
+void FreedesktopNotifications::tell(std::uint64_t identifier, ActivationType activationType) {
+    const auto found = find(identifier);
     if (found != m_there.end()) {
-        found->hasBeenShown = true;
+        const DeliveredNotification notification = *found;
+        m_observer.tell(&UserNotificationObserver::didActivateNotification, notification,
+                        activationType);
     }
-    if (serverIdentifier && found == m_there.end()) {
-        close(*serverIdentifier);
-    } else if (serverIdentifier) {
-        m_shown.emplace(*serverIdentifier, identifier);
-    }
-}
-
-void FreedesktopNotifications::noteClosed(std::uint32_t serverIdentifier) {
-    if (const auto shown = m_shown.extract(serverIdentifier)) {
-        take(shown.mapped());
-    }
-}
-
-bool FreedesktopNotifications::take(std::uint64_t identifier) {
-    return std::erase_if(m_there, [identifier](const DeliveredNotification& notification) {
-               return notification.identifier == identifier;
-           }) > 0;
 }
 
 void FreedesktopNotifications::removeDelivered(std::uint64_t identifier) {
-    take(identifier);
-    std::erase_if(m_waiting, [identifier](const Waiting& waiting) {
-        return waiting.identifier == identifier;
-    });
-    const auto shown =
-        std::ranges::find(m_shown, identifier, &decltype(m_shown)::value_type::second);
-    if (shown != m_shown.end()) {
-        close(shown->first);
-        m_shown.erase(shown);
+    const auto delivery = m_deliveries.find(identifier);
+    const Number number = delivery != m_deliveries.end() ? delivery->second.number : 0;
+    const auto known = m_identifiers.find(number);
+    if (known != m_identifiers.end() && known->second == identifier) {
+        m_identifiers.erase(known);
+        m_server.close(number);
     }
+    forget(identifier);
 }
 
 void FreedesktopNotifications::removeAllDelivered() {
-    m_waiting.clear();
+    for (const auto& [number, identifier] : std::exchange(m_identifiers, {})) {
+        m_server.close(number);
+    }
     m_there.clear();
-    for (const auto& [serverIdentifier, identifier] : std::exchange(m_shown, {})) {
-        close(serverIdentifier);
+    m_deliveries.clear();
+    m_waiting.clear();
+    m_refused.clear();
+}
+
+void FreedesktopNotifications::forget(std::uint64_t identifier) {
+    m_deliveries.erase(identifier);
+    const auto found = find(identifier);
+    if (found != m_there.end()) {
+        m_there.erase(found);
     }
 }
 
-void FreedesktopNotifications::close(std::uint32_t serverIdentifier) {
-    try {
-        m_server->callMethodAsync("CloseNotification")
-            .onInterface(serverInterface)
-            .withArguments(serverIdentifier)
-            .uponReplyInvoke([](const sdbus::Error* /*error*/) {});
-        m_bus.sent();
-    } catch (const sdbus::Error&) {
-        return; // The bus has gone, and the program ends with it.
-    }
+std::vector<DeliveredNotification>::iterator
+FreedesktopNotifications::find(std::uint64_t identifier) {
+    const auto found =
+        std::ranges::lower_bound(m_there, identifier, {}, &DeliveredNotification::identifier);
+    return found != m_there.end() && found->identifier == identifier ? found : m_there.end();
 }
 
 } // namespace plenzo

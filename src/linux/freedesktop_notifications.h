@@ -1,26 +1,41 @@
 #pragma once
 
-#include "linux/bus_on_main_loop.h"
+#include "linux/main_loop.h"
+#include "linux/notification_server.h"
 #include "platform/clock.h"
 #include "platform/observer_slot.h"
 #include "platform/user_notification_center.h"
 
-#include <sdbus-c++/IProxy.h>
-
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace plenzo {
 
-/// The desktop's notification server (Desktop Notifications Specification 1.2). The bus starts one
-/// when there is none; one that goes away takes its notifications along.
+/// The notifications that the desktop's server shows. What was delivered is kept until it is
+/// answered or removed, so that it survives the server: it waits while there is none, and a server
+/// that comes shows everything that is still unanswered, once, since what another one had on the
+/// screen went with it. An alarm may so be seen again, but it is not lost.
+///
+/// A new notification never takes over the number of an older one: an answer to the one that was
+/// on its way would count for the other.
 class FreedesktopNotifications final : public UserNotificationCenter {
 public:
-    FreedesktopNotifications(BusOnMainLoop& bus, const Clock& clock);
+    struct Delays {
+        /// After which a server is started that has left and not come back by itself. Somebody may
+        /// be about to replace it, and a started one would be in the way.
+        int returnMilliseconds = 10'000;
+        /// After which a refused delivery is tried again; twice as long after each time.
+        int retryMilliseconds = 30'000;
+        int longestRetryMilliseconds = 3'600'000;
+    };
+    using SoundLookup = std::function<bool(const std::string& name)>;
+
+    FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock);
+    FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock, Delays delays);
 
     void deliver(const UserNotification& notification) override;
     [[nodiscard]] const std::vector<DeliveredNotification>&
@@ -29,46 +44,67 @@ public:
     }
     void removeDelivered(std::uint64_t identifier) override;
     void removeAllDelivered() override;
-    /// The servers' sounds are not known here: every notification has the desktop's own.
-    [[nodiscard]] bool hasSoundNamed(const std::string& /*name*/) const override { return false; }
+    [[nodiscard]] bool hasSoundNamed(const std::string& name) const override {
+        return m_hasSound && m_hasSound(name);
+    }
     [[nodiscard]] Handle observe(UserNotificationObserver& observer) override {
         return m_observer.observe(observer);
     }
 
-private:
-    enum class BodyText { Plain, Markup };
+    /// Says which names are those of sounds. Until then there are none.
+    void setSoundLookup(SoundLookup hasSound) { m_hasSound = std::move(hasSound); }
 
-    void subscribe();
-    void askForCapabilities();
-    void noteCapabilities(const std::vector<std::string>& capabilities);
-    void forgetServer();
-    struct Waiting {
-        std::uint64_t identifier;
+private:
+    using Number = NotificationServer::Number;
+
+    /// What belongs to a delivered notification and nobody else sees.
+    struct Delivery {
         UserNotification notification;
+        /// 0 as long as the server has not told it.
+        Number number = 0;
+    };
+    struct ActivationToken {
+        Number number = 0;
+        std::string token;
     };
 
-    void notify(const Waiting& waiting);
-    /// The server's identifier of a delivery, or nothing when it failed.
-    void noteAnswer(std::uint64_t identifier, std::optional<std::uint32_t> serverIdentifier);
-    void noteClosed(std::uint32_t serverIdentifier);
-    bool take(std::uint64_t identifier);
-    void close(std::uint32_t serverIdentifier);
+    NotificationServer::Events serverEvents();
+    void serverLeft();
+    void startServerAgain();
+    void sendWaiting();
+    void send(std::uint64_t identifier, const UserNotification& notification);
+    void noteAnswer(std::uint64_t identifier, NotificationServer::Answer answer, Number number);
+    void noteShown(std::uint64_t identifier, Number number);
+    void noteRefused(std::uint64_t identifier);
+    void retryRefused();
+    void noteClosed(Number number, NotificationServer::CloseReason reason);
+    void noteAction(Number number, const std::string& action);
+    void tell(std::uint64_t identifier, ActivationType activationType);
+    void forget(std::uint64_t identifier);
+    [[nodiscard]] std::vector<DeliveredNotification>::iterator find(std::uint64_t identifier);
 
-    BusOnMainLoop& m_bus;
+    MainLoop& m_loop;
     const Clock& m_clock;
-    /// Grows when a server comes or goes: answers of earlier ones count no more.
-    std::uint64_t m_serverNumber = 0;
-    std::unique_ptr<sdbus::IProxy> m_server;
-    sdbus::Slot m_ownerChanges;
-    /// Unknown until the server of the moment has answered; until then deliveries wait.
-    std::optional<BodyText> m_bodyText;
-    std::vector<Waiting> m_waiting;
-    bool m_isAsking = false;
+    Delays m_delays;
+    SoundLookup m_hasSound;
     ObserverSlot<UserNotificationObserver> m_observer;
+
     std::uint64_t m_count = 0;
+    /// Sorted by identifier, since those grow.
     std::vector<DeliveredNotification> m_there;
-    /// By the server's identifiers, as soon as it has told them.
-    std::map<std::uint32_t, std::uint64_t> m_shown;
+    std::map<std::uint64_t, Delivery> m_deliveries;
+    std::map<Number, std::uint64_t> m_identifiers;
+    /// To be sent, in this order. Some may have been removed since.
+    std::deque<std::uint64_t> m_waiting;
+    std::vector<std::uint64_t> m_refused;
+    int m_onTheirWay = 0;
+    int m_retryMilliseconds;
+    ActivationToken m_activationToken;
+    bool m_hasAskedForReturn = false;
+    Handle m_return;
+    Handle m_retry;
+    /// Ends first: it calls all of the above.
+    NotificationServer m_server;
 };
 
 } // namespace plenzo

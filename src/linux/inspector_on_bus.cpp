@@ -9,11 +9,11 @@
 
 namespace plenzo {
 
-InspectorOnBus::InspectorOnBus(MainLoop& loop, BusThread& busThread,
-                               std::function<Array()> pendingAlarms)
+InspectorOnBus::InspectorOnBus(MainLoop& loop, BusThread& busThread, Questions questions)
     : m_loop(loop), m_busThread(busThread),
       m_object(sdbus::createObject(busThread.connection(), agentaddress::objectPath)) {
-    registerQuestion("PendingAlarms", std::move(pendingAlarms));
+    registerQuestion("PendingAlarms", std::move(questions.pendingAlarms));
+    registerQuestion("DeliveredNotifications", std::move(questions.deliveredNotifications));
     m_object->finishRegistration();
 }
 

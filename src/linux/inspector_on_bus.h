@@ -18,9 +18,14 @@ namespace plenzo {
 /// the main loop, and the answers are written on the bus thread.
 class InspectorOnBus {
 public:
-    /// To be made before the thread starts. `pendingAlarms` gives an array of dictionaries and is
-    /// called on the main loop.
-    InspectorOnBus(MainLoop& loop, BusThread& busThread, std::function<Array()> pendingAlarms);
+    /// Each gives an array of dictionaries.
+    struct Questions {
+        std::function<Array()> pendingAlarms;
+        std::function<Array()> deliveredNotifications;
+    };
+
+    /// To be made before the thread starts. The questions are asked on the main loop.
+    InspectorOnBus(MainLoop& loop, BusThread& busThread, Questions questions);
 
 private:
     void registerQuestion(const char* name, std::function<Array()> answer);

@@ -1,3 +1,4 @@
+#include "core/inspector.h"
 #include "core/notification_delivery.h"
 #include "core/preference_keys.h"
 #include "propertylist/known_keys.h"
@@ -266,6 +267,27 @@ TEST_F(ANotification, StaysForTwoHoursAndLongerWhenNobodyHasSeenIt) {
     clock.set(utc(2026, 3, 10, 11, 0, 1));
     delivery.cleanDeliveredNotifications();
     EXPECT_THAT(shown(), ElementsAre("waiting", "later"));
+}
+
+TEST_F(ANotification, IsShownByTheInspector) {
+    deliver("tea-10");
+    center.hasServer = false;
+    Dictionary nameless = tea();
+    nameless.remove(keys::uid);
+    deliver(nameless, reminder("r"));
+    const TitleOrder order("en_US");
+    const AlarmQueue queue(order);
+    const Value rows = Inspector(queue, center).deliveredNotifications();
+    EXPECT_EQ(rows, Value(Array{
+                        Dictionary{{"deliveryDate", clock.now().date()},
+                                   {keys::title, "tea-10"},
+                                   {keys::uid, "tea-10"},
+                                   {keys::reminderUid, "r"},
+                                   {"eventTime", utc(2026, 3, 10, 13).secondsSinceReferenceDate()},
+                                   {"shown", true}},
+                        Dictionary{{"deliveryDate", clock.now().date()},
+                                   {keys::title, "tea-10"},
+                                   {"shown", false}}}));
 }
 
 TEST_F(ANotification, IsAnsweredToNobodyAfterTheEnd) {

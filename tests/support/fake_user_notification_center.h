@@ -57,6 +57,14 @@ public:
         take(notification.identifier);
     }
 
+    /// What waited for a server is on the screen then.
+    void startServer() {
+        hasServer = true;
+        for (DeliveredNotification& notification : m_there) {
+            notification.hasBeenShown = true;
+        }
+    }
+
     /// Everything that was ever delivered.
     std::vector<UserNotification> delivered;
     std::set<std::string> sounds;

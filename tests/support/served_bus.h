@@ -6,6 +6,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,6 +18,10 @@ namespace plenzo {
 /// under test, and those of the services that the test plays.
 class ServedBus {
 public:
+    ServedBus() = default;
+    /// A bus that starts the services of this folder.
+    explicit ServedBus(const std::filesystem::path& serviceFolder) : m_bus(serviceFolder) {}
+
     [[nodiscard]] std::unique_ptr<BusOnMainLoop> connect(std::function<void()> lost = [] {}) {
         return std::make_unique<BusOnMainLoop>(
             m_running.loop(), sdbus::createSessionBusConnectionWithAddress(m_bus.address()),

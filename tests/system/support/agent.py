@@ -98,6 +98,10 @@ class Link:
     def pending(self):
         return self.pending_rows().unpack()
 
+    def delivered(self):
+        """The notifications that are still there."""
+        return call(self.connection, NAME, PATH, INSPECTOR, "DeliveredNotifications").unpack()[0]
+
     def pending_uids(self):
         return [row.get("uid") for row in self.pending()]
 

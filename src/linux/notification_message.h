@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/user_notification_center.h"
+
+#include <sdbus-c++/Types.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace plenzo {
+
+/// The keys of the actions that a notification offers.
+namespace notificationaction {
+
+/// A click on the notification itself.
+inline constexpr const char* contents = "default";
+inline constexpr const char* button = "snooze";
+
+} // namespace notificationaction
+
+/// What a notification server can do, as far as it makes a difference here.
+struct NotificationCapabilities {
+    /// Shows a text below the title.
+    bool body = false;
+    /// Reads that text as markup.
+    bool bodyMarkup = false;
+    bool actions = false;
+    bool sound = false;
+};
+
+[[nodiscard]] NotificationCapabilities
+notificationCapabilities(const std::vector<std::string>& names);
+
+/// A notification in the terms of the Desktop Notifications Specification 1.2, fit for the bus.
+struct NotificationMessage {
+    std::string summary;
+    std::string body;
+    /// Keys and labels in turn.
+    std::vector<std::string> actions;
+    std::map<std::string, sdbus::Variant> hints;
+};
+
+/// The notification as a server with these capabilities shows it best. Texts of absurd length are
+/// cut off.
+[[nodiscard]] NotificationMessage notificationMessage(const UserNotification& notification,
+                                                      const NotificationCapabilities& capabilities);
+
+} // namespace plenzo
