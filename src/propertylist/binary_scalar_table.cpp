@@ -29,32 +29,31 @@ std::uint32_t hashOf(std::span<const std::byte> bytes) {
 ScalarTable::Added ScalarTable::add(const Value& value) {
     if (const auto text = value.string())
         return addText(*text);
-    const std::size_t offset = m_output.size();
-    const std::size_t contentSize = writeScalar(m_output, value);
+    const std::size_t offset = m_objects.output().size();
+    const std::size_t contentSize = writeScalar(m_objects.output(), value);
     RecentObjects& recent = value.data() ? m_recentTexts : m_recentNumbers;
     return {unique(offset, recent), stepsOfObject(contentSize)};
 }
 
 ScalarTable::Added ScalarTable::addText(std::string_view text) {
-    const std::size_t offset = m_output.size();
-    const std::size_t contentSize = writeText(m_output, text);
+    const std::size_t offset = m_objects.output().size();
+    const std::size_t contentSize = writeText(m_objects.output(), text);
     return {unique(offset, m_recentTexts), stepsOfObject(contentSize)};
 }
 
 std::uint32_t ScalarTable::unique(std::size_t offset, RecentObjects& recent) {
-    const auto bytes = m_output.bytes().subspan(offset);
+    const auto bytes = m_objects.output().bytes().subspan(offset);
     const std::uint32_t hash = hashOf(bytes);
     // An object's first bytes say where it ends, and so those that begin alike are alike.
     const std::uint32_t twin = recent.find(hash, [&](std::uint32_t number) {
-        const std::byte* other = m_output.bytes().data() + m_offsets[number];
+        const std::byte* other = m_objects.placeOf(number);
         return std::memcmp(other, bytes.data(), bytes.size()) == 0;
     });
     if (twin != RecentObjects::noNumber) {
-        m_output.truncate(offset);
+        m_objects.output().truncate(offset);
         return twin;
     }
-    const auto number = static_cast<std::uint32_t>(m_offsets.size());
-    m_offsets.push_back(offset);
+    const std::uint32_t number = m_objects.add(offset);
     recent.add(hash, number);
     return number;
 }
