@@ -61,8 +61,8 @@ std::byte* Objects::moveNarrowed(std::span<const std::byte> object, std::byte* p
     place = std::copy_n(object.begin(), head, place);
     for (std::size_t end = head + wideReferenceSize; end <= object.size();
          end += wideReferenceSize) {
-        place = std::copy_n(object.begin() + std::ptrdiff_t(end - referenceSize), referenceSize,
-                            place);
+        place =
+            std::copy_n(object.begin() + std::ptrdiff_t(end - referenceSize), referenceSize, place);
     }
     return place;
 }

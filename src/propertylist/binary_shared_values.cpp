@@ -5,7 +5,8 @@ namespace plenzo::binary {
 namespace {
 
 /// Keeps together what lies in one page of memory, as what is written in turn mostly does: then the
-/// table is walked along with the values, where a hash without order would miss the caches for each.
+/// table is walked along with the values, where a hash without order would miss the caches for
+/// each.
 std::uint32_t hashOf(const void* identity) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
     constexpr unsigned pageBits = 12;
