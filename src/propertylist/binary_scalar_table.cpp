@@ -8,20 +8,26 @@ namespace plenzo::binary {
 
 namespace {
 
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
+    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
+    hash = (hash ^ word) * factor;
+    // A product's upper bits depend on all others, its lower ones not.
+    return hash ^ (hash >> 32);
+}
+
 /// Texts that fall together, by chance or by intent, only push each other out of the recent ones.
 std::uint32_t hashOf(std::span<const std::byte> bytes) {
-    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
     std::uint64_t hash = bytes.size();
     std::uint64_t word = 0;
     for (; bytes.size() >= sizeof(word); bytes = bytes.subspan(sizeof(word))) {
         std::memcpy(&word, bytes.data(), sizeof(word));
-        hash = (hash ^ word) * factor;
-        hash ^= hash >> 32;
+        hash = mixed(hash, word);
     }
     word = 0;
-    if (!bytes.empty())
+    if (!bytes.empty()) {
         std::memcpy(&word, bytes.data(), bytes.size());
-    return static_cast<std::uint32_t>(((hash ^ word) * factor) >> 32);
+    }
+    return static_cast<std::uint32_t>(mixed(mixed(hash, word), 0));
 }
 
 } // namespace
