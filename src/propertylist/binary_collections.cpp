@@ -16,42 +16,43 @@ const void* sharedIdentity(const Value& value) {
 
 } // namespace
 
-bool Collections::takeUp(const Value& value) {
-    return referenceTo(value, 0) != noReference && m_deepest <= maximumDepth &&
-           m_collections.size() < collectionBit && m_scalars.offsets().size() < collectionBit;
-}
-
-std::span<const std::uint32_t> Collections::referencesOf(const Collection& collection) const {
-    const std::size_t perItem = collection.kind == CollectionKind::Array ? 1 : 2;
-    return std::span(m_references).subspan(collection.firstReference, perItem * collection.count);
+bool Collections::write(const Value& value) {
+    if (referenceTo(value, 0) == noReference || m_deepest > maximumDepth ||
+        m_objects.count() >= noReference) {
+        return false;
+    }
+    m_objects.endWithOutermost();
+    return true;
 }
 
 std::uint32_t Collections::referenceTo(const Value& value, std::uint32_t depth) {
     const void* identity = sharedIdentity(value);
-    if (identity == nullptr)
-        return takeUpNew(value, depth);
-    if (auto found = m_shared.find(identity); found != m_shared.end()) {
-        m_deepest = std::max(m_deepest, depth + found->second.height);
-        m_steps += found->second.steps;
-        return found->second.reference;
+    if (identity == nullptr) {
+        return writeNew(value, depth);
+    }
+    if (const SharedValues::Entry* known = m_shared.find(identity)) {
+        m_deepest = std::max(m_deepest, depth + known->height);
+        m_steps += known->steps;
+        return known->reference;
     }
     const std::uint64_t stepsBefore = m_steps;
     const std::uint32_t deepestBefore = std::exchange(m_deepest, depth);
-    const std::uint32_t reference = takeUpNew(value, depth);
-    if (reference != noReference)
-        m_shared[identity] = {reference, m_deepest - depth, m_steps - stepsBefore};
+    const std::uint32_t reference = writeNew(value, depth);
+    if (reference != noReference) {
+        m_shared.add({identity, reference, m_deepest - depth, m_steps - stepsBefore});
+    }
     m_deepest = std::max(m_deepest, deepestBefore);
     return reference;
 }
 
-std::uint32_t Collections::takeUpNew(const Value& value, std::uint32_t depth) {
+std::uint32_t Collections::writeNew(const Value& value, std::uint32_t depth) {
     switch (value.type()) {
     case ValueType::Nothing:
     case ValueType::Color:
         return noReference;
     case ValueType::Array:
     case ValueType::Dictionary:
-        return takeUpCollection(value, depth + 1);
+        return writeCollection(value, depth + 1);
     default:
         break;
     }
@@ -64,8 +65,9 @@ std::uint32_t Collections::referenceToKey(const Key& key) {
     ScalarTable::Added added;
     if (key.isKnown()) {
         auto& known = m_knownKeys[key.knownNumber()];
-        if (!known)
+        if (!known) {
             known = m_scalars.addText(key.name());
+        }
         added = *known;
     } else {
         added = m_scalars.addText(key.name());
@@ -74,54 +76,72 @@ std::uint32_t Collections::referenceToKey(const Key& key) {
     return added.number;
 }
 
-std::uint32_t Collections::takeUpCollection(const Value& value, std::uint32_t depth) {
+std::uint32_t Collections::writeCollection(const Value& value, std::uint32_t depth) {
     m_deepest = std::max(m_deepest, depth);
-    if (depth > maximumDepth)
+    if (depth > maximumDepth) {
         return noReference;
+    }
     m_steps += 1;
-    const std::size_t number = m_collections.size();
     const std::size_t firstCollected = m_collected.size();
-    m_collections.emplace_back();
-    if (const Array* array = value.array()) {
+    const Array* array = value.array();
+    if (array != nullptr) {
         collectElements(*array, depth);
-        endArray(m_collections[number], firstCollected);
     } else {
         collectEntries(*value.dictionary(), depth);
-        endDictionary(m_collections[number], firstCollected);
+    }
+    const std::size_t offset = m_objects.output().size();
+    const auto references = std::span(m_collected).subspan(firstCollected);
+    if (array != nullptr) {
+        writeArray(references);
+    } else {
+        writeDictionary(references);
     }
     m_collected.resize(firstCollected);
-    return static_cast<std::uint32_t>(number) | collectionBit;
+    return m_objects.add(offset);
 }
 
 void Collections::collectElements(const Array& array, std::uint32_t depth) {
-    for (const Value& element : array)
-        if (const std::uint32_t reference = referenceTo(element, depth); reference != noReference)
+    // By the first of many records it is known how much the others will take.
+    constexpr std::size_t sampleShare = 16;
+    constexpr std::size_t many = 1024;
+    const std::size_t sampleSize =
+        depth == 1 && array.size() >= many ? array.size() / sampleShare : SIZE_MAX;
+    for (std::size_t number = 0; number < array.size(); ++number) {
+        if (number == sampleSize) {
+            m_objects.expect(sampleShare);
+        }
+        const std::uint32_t reference = referenceTo(array.begin()[number], depth);
+        if (reference != noReference) {
             m_collected.push_back(reference);
+        }
+    }
 }
 
 void Collections::collectEntries(const Dictionary& dictionary, std::uint32_t depth) {
     for (const auto& [key, value] : dictionary) {
         const std::uint32_t reference = referenceTo(value, depth);
-        if (reference == noReference)
+        if (reference == noReference) {
             continue;
+        }
         m_collected.push_back(referenceToKey(key));
         m_collected.push_back(reference);
     }
 }
 
-void Collections::endArray(Collection& collection, std::size_t firstCollected) {
-    collection = {CollectionKind::Array, m_collected.size() - firstCollected, m_references.size()};
-    m_references.insert(m_references.end(), m_collected.begin() + std::ptrdiff_t(firstCollected),
-                        m_collected.end());
+void Collections::writeArray(std::span<const std::uint32_t> references) {
+    Output& output = m_objects.output();
+    output.writeMarker(Marker::Array, references.size());
+    output.writeIntegers(references.size(), Objects::wideReferenceSize,
+                         [&](std::size_t number) { return references[number]; });
 }
 
-void Collections::endDictionary(Collection& collection, std::size_t firstCollected) {
-    collection = {CollectionKind::Dictionary, (m_collected.size() - firstCollected) / 2,
-                  m_references.size()};
-    for (std::size_t place = firstCollected; place < m_collected.size(); place += 2)
-        m_references.push_back(m_collected[place]);
-    for (std::size_t place = firstCollected + 1; place < m_collected.size(); place += 2)
-        m_references.push_back(m_collected[place]);
+void Collections::writeDictionary(std::span<const std::uint32_t> references) {
+    Output& output = m_objects.output();
+    const std::size_t count = references.size() / 2;
+    output.writeMarker(Marker::Dictionary, count);
+    output.writeIntegers(references.size(), Objects::wideReferenceSize, [&](std::size_t number) {
+        return number < count ? references[2 * number] : references[2 * (number - count) + 1];
+    });
 }
 
 } // namespace plenzo::binary

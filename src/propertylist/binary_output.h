@@ -16,6 +16,7 @@ class Output {
 public:
     std::size_t size() const { return m_bytes.size(); }
     std::span<const std::byte> bytes() const { return m_bytes; }
+    std::span<std::byte> mutableBytes() { return m_bytes; }
     std::vector<std::byte> take() { return std::move(m_bytes); }
 
     void reserve(std::size_t size) { m_bytes.reserve(size); }

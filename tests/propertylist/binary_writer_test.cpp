@@ -67,12 +67,52 @@ TEST(AWrittenPropertyList, HasEqualTextsAndSharedCollectionsOnce) {
               (*value->array())[4].dictionary()->begin());
 }
 
+TEST(AWrittenPropertyList, HasSharedCollectionsOnceHoweverManyThereAre) {
+    constexpr std::size_t count = 50'000;
+    Array records;
+    for (std::size_t number = 0; number < count; ++number) {
+        records.append(Dictionary{{"number", number}});
+    }
+    Array reversed;
+    for (std::size_t number = count; number-- > 0;) {
+        reversed.append(records[number]);
+    }
+    const std::size_t size = writeFile(records).size();
+    const std::string written = writeFile(Array{Value(records), Value(reversed)});
+    EXPECT_LT(written.size(), size + 4 * count + 100);
+    const auto value = readFile(written);
+    ASSERT_TRUE(value && value->array() && value->array()->size() == 2u);
+    const Array& first = *(*value->array())[0].array();
+    const Array& second = *(*value->array())[1].array();
+    EXPECT_TRUE(first == records);
+    for (std::size_t number = 0; number < count; ++number) {
+        ASSERT_EQ(first[number].sharedContent(), second[count - 1 - number].sharedContent());
+    }
+}
+
 TEST(AWrittenPropertyList, MayHaveTheSameTextAsKeyAndAsValue) {
     const std::string text(5'000, 'x');
     const Value value = Array{Dictionary{{Key(text), text}}, text};
     const std::string written = writeFile(value);
     EXPECT_LT(written.size(), 6'000u);
     EXPECT_EQ(readFile(written), value);
+}
+
+TEST(AWrittenPropertyList, HasEqualTextsOnceWhateverTheirLength) {
+    constexpr int count = 20'000;
+    for (std::size_t length = 1; length <= 8; ++length) {
+        Array texts;
+        for (int number = 0; number < count; ++number) {
+            texts.append(std::string(length, 'x') + std::to_string(100'000 + number));
+        }
+        const std::size_t size = writeFile(texts).size();
+        Array twice = texts;
+        for (const Value& text : texts) {
+            twice.append(text);
+        }
+        // But for one in thousands.
+        EXPECT_LT(writeFile(twice).size(), size + 4 * count + size / 100) << length;
+    }
 }
 
 TEST(AWrittenPropertyList, HasASharedTextOnceHoweverFarApartItsPlacesAre) {
@@ -101,6 +141,43 @@ TEST(AWrittenPropertyList, ReadsBackAtEverySizeOfReferencesAndOffsets) {
     for (std::size_t length : {200u, 240u, 65'480u, 65'520u}) {
         const std::string text(length, 'x');
         EXPECT_EQ(readFile(writeFile(text))->string(), text);
+    }
+}
+
+/// One with so many entries, each an array of so many small numbers.
+Value wideDictionary(std::size_t entryCount, std::size_t width) {
+    Dictionary dictionary;
+    for (std::size_t entry = 0; entry < entryCount; ++entry) {
+        Array numbers;
+        for (std::size_t number = 0; number < width; ++number) {
+            numbers.append((entry + number) % 7);
+        }
+        dictionary.set(Key("key " + std::to_string(entry)), std::move(numbers));
+    }
+    return dictionary;
+}
+
+TEST(AWrittenPropertyList, ReadsBackWhenItHasFewObjectsAndManyReferences) {
+    const std::pair<std::size_t, std::size_t> sizes[] = {
+        {1, 14}, {1, 15}, {15, 255}, {20, 256}, {100, 300}, {130, 1}, {300, 300}, {1, 70'000}};
+    for (const auto& [entryCount, width] : sizes) {
+        const Value value = Array{wideDictionary(entryCount, width), "last"};
+        const std::string written = writeFile(value);
+        EXPECT_TRUE(readFile(written) == value) << entryCount << ", " << width;
+        const std::size_t referenceSize = entryCount < 120 ? 1 : 2;
+        EXPECT_LT(written.size(), entryCount * (referenceSize * width + 30) + 100);
+    }
+}
+
+TEST(AWrittenPropertyList, ReadsBackWhenItsRecordsAreOfVeryDifferentSizes) {
+    constexpr int count = 4'000;
+    for (const bool firstAreLong : {true, false}) {
+        Array records;
+        for (int number = 0; number < count; ++number) {
+            const bool isLong = (number < count / 16) == firstAreLong;
+            records.append(std::string(isLong ? 2'000 : 1, 'x') + std::to_string(number));
+        }
+        EXPECT_TRUE(readFile(writeFile(records)) == Value(records)) << firstAreLong;
     }
 }
 

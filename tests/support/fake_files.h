@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <utility>
 
 namespace plenzo {
 
@@ -140,9 +141,9 @@ private:
     static void renameAll(std::map<std::string, Item>& items, const std::string& from,
                           const std::string& to) {
         std::map<std::string, Item> renamed;
-        for (const auto& [path, item] : items) {
+        for (auto& [path, item] : items) {
             if (path == from || isBelow(path, from)) {
-                renamed.emplace(to + path.substr(from.size()), item);
+                renamed.emplace(to + path.substr(from.size()), std::move(item));
             }
         }
         eraseAll(items, from);
