@@ -62,7 +62,7 @@ void EventIntake::reprocessAllEvents() {
     finish(m_allEventDicts.eventDicts(), false);
 }
 
-void EventIntake::finish(std::span<const EventDict> eventDicts, bool delta) {
+void EventIntake::finish(std::span<const EventDict> eventDicts, bool delta) const {
     m_steps.queueChanged();
     if (m_collaborators.statusWindow != nullptr) {
         m_collaborators.statusWindow->updateShownEventsWithEventDicts(eventDicts, delta);

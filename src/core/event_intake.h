@@ -66,7 +66,7 @@ private:
     void removeAllEvents();
     void patchEvents(const std::vector<EventDict>& eventDicts);
     void addEvents(const std::vector<EventDict>& eventDicts, std::optional<Instant> issueTime);
-    void finish(std::span<const EventDict> eventDicts, bool delta);
+    void finish(std::span<const EventDict> eventDicts, bool delta) const;
 
     Collaborators m_collaborators;
     Steps m_steps;

@@ -40,7 +40,7 @@ TEST_F(ADay, EndsTwoSecondsAfterMidnightOfItsZoneHoweverLongItIs) {
     };
     const Case cases[] = {
         {"Europe/Berlin", utc(2026, 3, 28, 22, 59), utc(2026, 3, 28, 23)},
-        {"Europe/Berlin", utc(2026, 3, 28, 23), utc(2026, 3, 29, 22)},  // of 23 hours
+        {"Europe/Berlin", utc(2026, 3, 28, 23), utc(2026, 3, 29, 22)},   // of 23 hours
         {"Europe/Berlin", utc(2026, 10, 24, 22), utc(2026, 10, 25, 23)}, // of 25 hours
         {"Europe/Berlin", utc(2026, 12, 31, 12), utc(2026, 12, 31, 23)},
         {"America/Sao_Paulo", utc(2018, 11, 3, 12), utc(2018, 11, 4, 3)}, // begins at 01:00
