@@ -360,8 +360,12 @@ void World::cancelPowerOff() {
     compare("the power stayed on");
 }
 
-/// What was known is lost, until the host says it again.
+/// What was known is lost, until the host says it again; also what has fired, which nobody can tell
+/// from what is still to fire while the clock shows a moment for the second time.
 void World::crash() {
+    if (m_oracle.isInRepeatedTime()) {
+        return;
+    }
     m_agent.reset();
     m_waiting.clear();
     m_waitingUntil.reset();
