@@ -14,7 +14,7 @@ protected:
     static Instant at(int hour, int minute = 0, int second = 0) {
         return utc(2026, 3, 10, hour, minute, second);
     }
-    void push(const Array& eventDicts) { desktop.agent->alarmsUpdated(eventDicts, false); }
+    void push(const Array& eventDicts) const { desktop.agent->alarmsUpdated(eventDicts, false); }
     void endAt(Instant now) {
         desktop.timers.advanceTo(now);
         desktop.powerNotices.shutDown();
