@@ -20,6 +20,12 @@ std::string details(const Alarm& alarm) {
     return text;
 }
 
+/// A mail without words would not do, so the key stands in for a text that is missing.
+std::string format(const LocalizedStrings& strings, const std::string& key) {
+    const std::string text = strings.string(key);
+    return text.empty() ? key : text;
+}
+
 std::vector<MailRecipient> recipients(const Dictionary& reminderDict) {
     std::vector<MailRecipient> recipients;
     const Array* addresses = reminderDict.arrayForKey(keys::to);
@@ -85,9 +91,9 @@ MailMessage AlarmActions::message(const Alarm& alarm) const {
     const std::string_view title = alarm.eventText(keys::title);
     return {.attachment = {},
             .recipients = recipients(*alarm.reminderDict),
-            .subject = filledFormat(strings.string("Plenzo Alarm - %@"), {title}),
+            .subject = filledFormat(format(strings, "Plenzo Alarm - %@"), {title}),
             .body = filledFormat(
-                strings.string("%@\n\n%@\n\n%@"),
+                format(strings, "%@\n\n%@\n\n%@"),
                 {dateRangeToString(alarm, context, settings.locale()), title, details(alarm)})};
 }
 

@@ -67,6 +67,18 @@ TEST(TheLanguagesOfTheUser, AreThoseOfTheListOrTheLocaleAndEnglishAtLast) {
     EXPECT_EQ(languages("../../etc:nl", "en_US"), (Languages{"nl", "en"}));
 }
 
+TEST(TheMainStringTable, HasATextForEveryKeyInEveryLanguage) {
+    const std::string resources = PLENZO_RESOURCES;
+    for (const char* language : {"en", "de"}) {
+        const MainStringTable table(resources, {language});
+        for (const char* key : {"Today", "Tomorrow", "Yesterday", "%1$@ at %2$@", "Snooze",
+                                "Plenzo Alarm - %@", "%@\n\n%@\n\n%@"}) {
+            EXPECT_NE(table.string(key), "") << language << ": " << key;
+        }
+    }
+    EXPECT_EQ(MainStringTable(resources, {"de"}).string("%@\n\n%@\n\n%@"), "%@\n\n%@\n\n%@");
+}
+
 TEST(TheMainStringTable, IsThatOfTheFirstLanguageThereIs) {
     const std::string resources = PLENZO_RESOURCES;
     EXPECT_EQ(MainStringTable(resources, {"xx", "de", "en"}).string("Tomorrow"), "Morgen");
