@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <string>
 
@@ -32,12 +33,15 @@ class ASimulatedYear : public testing::TestWithParam<std::uint32_t> {};
 TEST_P(ASimulatedYear, MissesNothingAndTellsNothingTwiceOrLate) {
     const Seeds seeds = wantedSeeds();
     ASSERT_GT(seeds.count, 0U);
+    std::size_t firedCount = 0;
     for (std::uint32_t number = GetParam(); number < seeds.count; number += partCount) {
         World world(seeds.first + number);
         world.liveAYear();
         EXPECT_EQ(world.fault(), "") << "seed " << seeds.first + number;
         EXPECT_GT(world.firedCount(), 100U) << "seed " << seeds.first + number;
+        firedCount += world.firedCount();
     }
+    RecordProperty("fired", std::to_string(firedCount));
 }
 
 INSTANTIATE_TEST_SUITE_P(Part, ASimulatedYear, testing::Range(0U, partCount));

@@ -14,7 +14,7 @@ constexpr double minute = 60;
 constexpr double hour = 3600;
 constexpr double day = 86400;
 constexpr double longestShutdownSeconds = hour;
-constexpr std::size_t recordCount = 1500;
+constexpr std::size_t recordCount = 2000;
 constexpr std::size_t sharedReminderCount = 20;
 
 constexpr const char* zoneNames[] = {"Europe/Berlin",     "America/New_York",    "America/St_Johns",
