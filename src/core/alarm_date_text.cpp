@@ -1,27 +1,36 @@
 #include "core/alarm_date_text.h"
 
-#include "dates/relative_date_formatter.h"
 #include "model/alarm_computation.h"
 
 namespace plenzo {
 
+RelativeDateFormatter& AlarmDateText::formatter() const {
+    const std::string locale = m_collaborators.regionalSettings.locale();
+    if (!m_formatter || m_locale != locale) {
+        m_locale = locale;
+        m_formatter.emplace(
+            locale, m_collaborators.regionalSettings.timeZone(),
+            [&strings = m_collaborators.strings](std::string_view key) {
+                return strings.string(key);
+            },
+            [&clock = m_collaborators.clock] { return clock.now(); });
+        m_formatter->setUseRelativeDates(true);
+        m_formatter->setDateStyle(FormatStyle::Short);
+    }
+    m_formatter->setTimeZone(m_collaborators.regionalSettings.timeZone());
+    return *m_formatter;
+}
+
 AlarmDateText::Text AlarmDateText::dateStringForAlarm(const Alarm& alarm) const {
-    const auto& [clock, regionalSettings, strings] = m_collaborators;
-    const AlarmContext context{.now = clock.now(), .systemZone = regionalSettings.timeZone()};
+    const AlarmContext context{.now = m_collaborators.clock.now(),
+                               .systemZone = m_collaborators.regionalSettings.timeZone()};
     const bool allDay = alarm.eventDict->boolForKey(keys::allDay);
     const Instant fireDate = alarm.fireDate ? alarm.fireDate->instant() : context.now;
-
-    RelativeDateFormatter formatter(
-        regionalSettings.locale(), context.systemZone,
-        [&strings = strings](std::string_view key) { return strings.string(key); },
-        [now = context.now] { return now; });
-    formatter.setBaseDate(fireDate);
-    formatter.setUseRelativeDates(true);
-    formatter.setDateStyle(FormatStyle::Short);
-    formatter.setTimeStyle(allDay ? FormatStyle::None : FormatStyle::Short);
-
+    RelativeDateFormatter& dateFormatter = formatter();
+    dateFormatter.setBaseDate(fireDate);
+    dateFormatter.setTimeStyle(allDay ? FormatStyle::None : FormatStyle::Short);
     const auto start = eventDateInLocalTime(*alarm.eventDict, CarryForward::No, context);
-    return {.text = formatter.stringFromDate(start ? start->instant() : fireDate),
+    return {.text = dateFormatter.stringFromDate(start ? start->instant() : fireDate),
             .eventStartDate = start};
 }
 

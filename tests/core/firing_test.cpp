@@ -106,6 +106,18 @@ TEST_F(AlarmsThatComeDue, SayWhenTheEventIsFromTheDayOfTheAlarm) {
     EXPECT_EQ(textOf(13.5 * 3600, true), "Tomorrow") << "an all-day date is its day in UTC";
 }
 
+TEST_F(AlarmsThatComeDue, SayWhenTheEventIsAsTheClockOfTheMomentShowsIt) {
+    const auto textAfter = [this](const char* uid, double seconds, const char* zoneName) {
+        test.regionalSettings.setTimeZone(zone(zoneName));
+        push({event(uid, start + seconds, {relativeReminder("r", 0)})});
+        test.timers.advanceTo(start + seconds);
+        return test.notifications.delivered.back().informativeText;
+    };
+    EXPECT_EQ(textAfter("a", 0, "Europe/Berlin"), "Today at 2:00 PM");
+    EXPECT_EQ(textAfter("b", 60, "America/New_York"), "Today at 9:01 AM");
+    EXPECT_EQ(textAfter("c", 120, "Pacific/Kiritimati"), "Today at 3:02 AM");
+}
+
 TEST_F(AlarmsThatComeDue, DuringAClockStepAreAllDeliveredAtOnce) {
     push({event("a", start, {relativeReminder("a", 0)}),
           event("b", start + 86400, {relativeReminder("b", 0)})});
