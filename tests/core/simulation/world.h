@@ -14,6 +14,10 @@
 
 namespace plenzo::simulation {
 
+inline constexpr double minute = 60; // seconds
+inline constexpr double hour = 3600;
+inline constexpr double day = 86400;
+
 /// A year of an agent's life with a host and a user: everything that happens is drawn from the
 /// seed. Beside the agent goes the oracle, and after each happening both must agree on what reached
 /// the user, and when.
