@@ -1,7 +1,6 @@
 // What happens in the world, and which of it how often.
 
 #include "core/simulation/world.h"
-
 #include "support/instants.h"
 
 #include <algorithm>
