@@ -142,7 +142,7 @@ BookmarkUtilities::askUserForSecureFileURLToPath(const std::string& path) {
     return files.createFolder(path) ? std::optional(path) : std::nullopt;
 }
 
-bool BookmarkUtilities::startAccessingSecureFileURL(const std::string& path) {
+bool BookmarkUtilities::startAccessingSecureFileURL(const std::string& path) const {
     return !isURLExpandedFromSecureBookmark(path) || m_collaborators.references.isReadable(path);
 }
 

@@ -62,7 +62,7 @@ public:
     std::optional<std::string> askUserForSecureFileURLToPath(const std::string& path);
 
     /// Expanded files, those of secure bookmarks, are the ones whose access can be lost.
-    bool startAccessingSecureFileURL(const std::string& path);
+    [[nodiscard]] bool startAccessingSecureFileURL(const std::string& path) const;
     void stopAccessingSecureFileURL(const std::string& path);
     void noteURLExpandedFromSecureBookmark(const std::string& path);
     [[nodiscard]] bool isURLExpandedFromSecureBookmark(const std::string& path) const;
