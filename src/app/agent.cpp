@@ -8,6 +8,7 @@
 #include "linux/bus_thread.h"
 #include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
+#include "linux/file_references_of_system.h"
 #include "linux/file_user_defaults.h"
 #include "linux/files_on_disk.h"
 #include "linux/freedesktop_notifications.h"
@@ -21,6 +22,7 @@
 #include "linux/termination_signals.h"
 #include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
+#include "support/bookmark_utilities.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -35,6 +37,7 @@ namespace plenzo {
 namespace {
 
 constexpr const char* folderName = "PlenzoAlarm";
+constexpr const char* programName = "plenzoalarm";
 
 std::string preferencesPath(const XdgFolders& folders) {
     const std::string parent = XdgFolders::configuration().value_or(folders.temporary());
@@ -122,7 +125,8 @@ private:
                 .workspace = m_workspace,
                 .powerNotices = m_powerNotices,
                 .systemChangeNotices = m_systemSettings,
-                .disposal = m_disposal};
+                .disposal = m_disposal,
+                .fileAccess = &m_bookmarks};
     }
 
     MainLoop m_loop;
@@ -133,6 +137,12 @@ private:
     XdgFolders m_folders;
     FilesOnDisk m_files;
     FileUserDefaults m_defaults;
+    FileReferencesOfSystem m_fileReferences;
+    BookmarkUtilities m_bookmarks{{.defaults = m_defaults,
+                                   .references = m_fileReferences,
+                                   .strings = m_strings,
+                                   .openPanel = nullptr,
+                                   .programName = programName}};
     BusOnMainLoop m_desktopBus;
     std::unique_ptr<BusOnMainLoop> m_systemBus;
     FreedesktopNotifications m_userNotificationCenter;

@@ -71,8 +71,15 @@ TEST(TheMainStringTable, HasATextForEveryKeyInEveryLanguage) {
     const std::string resources = PLENZO_RESOURCES;
     for (const char* language : {"en", "de"}) {
         const MainStringTable table(resources, {language});
-        for (const char* key : {"Today", "Tomorrow", "Yesterday", "%1$@ at %2$@", "Snooze",
-                                "Plenzo Alarm - %@", "%@\n\n%@\n\n%@"}) {
+        for (const char* key :
+             {"Today", "Tomorrow", "Yesterday", "%1$@ at %2$@", "Snooze", "Plenzo Alarm - %@",
+              "%@\n\n%@\n\n%@", "%@: Folder Access Required", "%@: File Access Required", "Allow",
+              "%@ requires permission to access \"%@\".\n"
+              "Please click the Allow button.",
+              "%@ requires permission to create \"%@\" in the folder \"%@\".\n"
+              "Please click the Allow button.",
+              "%@ requires permission to access \"%@\".\n"
+              "Please select the file below and click the Allow button."}) {
             EXPECT_NE(table.string(key), "") << language << ": " << key;
         }
     }
