@@ -1,9 +1,11 @@
 #include "linux/canberra_player.h"
 
 #include <canberra.h>
+#include <dlfcn.h>
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -22,6 +24,30 @@ struct DestroyContext {
 };
 using Context = std::unique_ptr<ca_context, DestroyContext>;
 
+extern "C" {
+using AlsaErrorHandler = void (*)(const char* file, int line, const char* function, int error,
+                                  const char* format, ...);
+
+static void ignoreAlsaError(const char* /*file*/, int /*line*/, const char* /*function*/,
+                            int /*error*/, const char* /*format*/, ...) {}
+}
+
+/// A machine without a sound card would be told of on the standard error output, sound after sound.
+/// Only where ALSA has been loaded to play them.
+void silenceAlsa() {
+    void* library = ::dlopen("libasound.so.2", RTLD_LAZY | RTLD_NOLOAD);
+    if (library == nullptr) {
+        return;
+    }
+    using SetHandler = int (*)(AlsaErrorHandler handler);
+    const auto setHandler =
+        reinterpret_cast<SetHandler>(::dlsym(library, "snd_lib_error_set_handler"));
+    if (setHandler != nullptr) {
+        setHandler(ignoreAlsaError);
+    }
+    ::dlclose(library);
+}
+
 /// Null when there is no audio.
 Context newContext() {
     ca_context* created = nullptr;
@@ -31,7 +57,11 @@ Context newContext() {
     Context context(created);
     ca_context_change_props(created, CA_PROP_APPLICATION_NAME, "Plenzo Alarm",
                             CA_PROP_APPLICATION_ID, "org.plenzo.PlenzoAlarm", nullptr);
-    return ca_context_open(created) == CA_SUCCESS ? std::move(context) : nullptr;
+    if (ca_context_open(created) != CA_SUCCESS) {
+        return nullptr;
+    }
+    silenceAlsa();
+    return context;
 }
 
 bool startSound(ca_context* context, const std::string& path) {

@@ -2,9 +2,8 @@
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <thread>
 
 namespace plenzo {
 namespace {
@@ -55,6 +55,12 @@ protected:
         return bytes.substr(headerBytes);
     }
 
+    static long threads() {
+        namespace fs = std::filesystem;
+        return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+    }
+
+    const long m_threadsBefore = threads();
     TemporaryFolder m_folder;
     std::string m_pipe = m_folder.file("pipe");
     std::string m_settings = m_folder.file("asound.conf");
@@ -86,6 +92,10 @@ TEST_F(ASoundPlayer, LeavesAudioBehindThatDoesNotTakeTheSound) {
     m_player->play(m_basso);
     m_player.reset();
     const std::string rest = heard();
+    // The thread that was left must not meet the end of the program.
+    while (threads() > m_threadsBefore) {
+        std::this_thread::yield();
+    }
     EXPECT_FALSE(rest.empty());
     EXPECT_EQ(samplesOf(m_basso).find(rest), 0U) << "the second one was not begun";
 }

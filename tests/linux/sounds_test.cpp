@@ -3,7 +3,6 @@
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -109,8 +108,8 @@ TEST_F(ANamedSound, IsNeverAPath) {
 
 TEST_F(ANamedSound, MayHaveAnyOtherName) {
     for (const std::string& name :
-         {std::string("Zwölf Uhr"), std::string("%n $(x)"), std::string("-x"),
-          std::string("a:b\n"), std::string(251, 'a')}) {
+         {std::string("Zwölf Uhr"), std::string("%n $(x)"), std::string("-x"), std::string("a:b\n"),
+          std::string(251, 'a')}) {
         const std::string file = create("user/" + name + ".wav");
         EXPECT_EQ(m_sounds.pathOf(name), file);
     }
