@@ -6,6 +6,7 @@
 #include "linux/agent_address.h"
 #include "linux/bus_on_main_loop.h"
 #include "linux/bus_thread.h"
+#include "linux/canberra_player.h"
 #include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
 #include "linux/file_references_of_system.h"
@@ -15,6 +16,7 @@
 #include "linux/host_link_on_bus.h"
 #include "linux/inspector_on_bus.h"
 #include "linux/main_string_table.h"
+#include "linux/named_sounds.h"
 #include "linux/power_notices_of_system.h"
 #include "linux/regional_settings_of_system.h"
 #include "linux/system_clock.h"
@@ -98,6 +100,9 @@ public:
               {.pendingAlarms = [this] { return m_plenzoAlarm.inspector().pendingAlarms(); },
                .deliveredNotifications =
                    [this] { return m_plenzoAlarm.inspector().deliveredNotifications(); }}) {
+        m_userNotificationCenter.setSounds(
+            {.pathOf = [this](const std::string& name) { return m_sounds.pathOf(name); },
+             .play = [this](const std::string& name) { m_sounds.play(name); }});
         m_hostLink.setDisconnected([this] { m_loop.quit(0); });
     }
 
@@ -126,7 +131,8 @@ private:
                 .powerNotices = m_powerNotices,
                 .systemChangeNotices = m_systemSettings,
                 .disposal = m_disposal,
-                .fileAccess = &m_bookmarks};
+                .fileAccess = &m_bookmarks,
+                .sounds = &m_sounds};
     }
 
     MainLoop m_loop;
@@ -143,6 +149,8 @@ private:
                                    .strings = m_strings,
                                    .openPanel = nullptr,
                                    .programName = programName}};
+    CanberraPlayer m_soundPlayer;
+    NamedSounds m_sounds{soundFoldersOfUser(resourceFolder()), m_soundPlayer};
     BusOnMainLoop m_desktopBus;
     std::unique_ptr<BusOnMainLoop> m_systemBus;
     FreedesktopNotifications m_userNotificationCenter;

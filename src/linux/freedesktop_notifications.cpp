@@ -68,7 +68,8 @@ void FreedesktopNotifications::sendWaiting() {
 void FreedesktopNotifications::send(std::uint64_t identifier,
                                     const UserNotification& notification) {
     ++m_onTheirWay;
-    m_server.notify(notification,
+    const auto& soundName = notification.soundName;
+    m_server.notify(notification, soundName ? soundPath(*soundName) : std::nullopt,
                     [this, identifier](NotificationServer::Answer answer, Number number) {
                         noteAnswer(identifier, answer, number);
                     });
@@ -89,8 +90,8 @@ void FreedesktopNotifications::noteShown(std::uint64_t identifier, Number number
     m_retryMilliseconds = m_delays.retryMilliseconds;
     const auto notification = find(identifier);
     const bool isRemoved = notification == m_there.end();
-    if (!isRemoved) {
-        notification->hasBeenShown = true;
+    if (!isRemoved && !std::exchange(notification->hasBeenShown, true)) {
+        playSoundOf(identifier);
     }
     if (number == 0) {
         return;
@@ -101,6 +102,17 @@ void FreedesktopNotifications::noteShown(std::uint64_t identifier, Number number
     }
     m_deliveries[identifier].number = number;
     m_identifiers.insert_or_assign(number, identifier);
+}
+
+/// Alarms that come together make one sound.
+void FreedesktopNotifications::playSoundOf(std::uint64_t identifier) {
+    const auto& name = m_deliveries[identifier].notification.soundName;
+    if (!name || m_server.playsSounds() || !m_sounds.play || m_soundPause) {
+        return;
+    }
+    m_soundPause =
+        m_loop.after(m_delays.shortestSoundPauseMilliseconds, [this] { m_soundPause.reset(); });
+    m_sounds.play(name->empty() ? notificationsound::ofDesktop : *name);
 }
 
 void FreedesktopNotifications::noteRefused(std::uint64_t identifier) {

@@ -10,6 +10,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,16 @@ public:
         /// After which a refused delivery is tried again; twice as long after each time.
         int retryMilliseconds = 30'000;
         int longestRetryMilliseconds = 3'600'000;
+        /// From one sound that we play to the next.
+        int shortestSoundPauseMilliseconds = 3'000;
     };
-    using SoundLookup = std::function<bool(const std::string& name)>;
+    /// The named sounds.
+    struct Sounds {
+        /// The path of the sound's file; nothing when there is no sound of that name.
+        std::function<std::optional<std::string>(const std::string& name)> pathOf;
+        /// Plays it where the server cannot; nothing happens when there is none.
+        std::function<void(const std::string& name)> play;
+    };
 
     FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock);
     FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock, Delays delays);
@@ -45,14 +54,14 @@ public:
     void removeDelivered(std::uint64_t identifier) override;
     void removeAllDelivered() override;
     [[nodiscard]] bool hasSoundNamed(const std::string& name) const override {
-        return m_hasSound && m_hasSound(name);
+        return soundPath(name).has_value();
     }
     [[nodiscard]] Handle observe(UserNotificationObserver& observer) override {
         return m_observer.observe(observer);
     }
 
-    /// Says which names are those of sounds. Until then there are none.
-    void setSoundLookup(SoundLookup hasSound) { m_hasSound = std::move(hasSound); }
+    /// Until then there are none.
+    void setSounds(Sounds sounds) { m_sounds = std::move(sounds); }
 
 private:
     using Number = NotificationServer::Number;
@@ -75,6 +84,10 @@ private:
     void send(std::uint64_t identifier, const UserNotification& notification);
     void noteAnswer(std::uint64_t identifier, NotificationServer::Answer answer, Number number);
     void noteShown(std::uint64_t identifier, Number number);
+    [[nodiscard]] std::optional<std::string> soundPath(const std::string& name) const {
+        return m_sounds.pathOf ? m_sounds.pathOf(name) : std::nullopt;
+    }
+    void playSoundOf(std::uint64_t identifier);
     void noteRefused(std::uint64_t identifier);
     void retryRefused();
     void noteClosed(Number number, NotificationServer::CloseReason reason);
@@ -86,7 +99,7 @@ private:
     MainLoop& m_loop;
     const Clock& m_clock;
     Delays m_delays;
-    SoundLookup m_hasSound;
+    Sounds m_sounds;
     ObserverSlot<UserNotificationObserver> m_observer;
 
     std::uint64_t m_count = 0;
@@ -103,6 +116,8 @@ private:
     bool m_hasAskedForReturn = false;
     Handle m_return;
     Handle m_retry;
+    /// As long as another sound would come too soon.
+    Handle m_soundPause;
     /// Ends first: it calls all of the above.
     NotificationServer m_server;
 };

@@ -13,8 +13,6 @@ namespace {
 /// More than anybody reads. A message of many megabytes would cost the connection to the bus.
 constexpr std::size_t longestTextBytes = 4000;
 constexpr std::uint8_t criticalUrgency = 2;
-/// What the sound themes play when an alarm elapses.
-constexpr const char* soundOfDesktop = "alarm-clock-elapsed";
 
 /// Does not cut a character in two.
 std::string_view beginningOf(std::string_view text) {
@@ -85,13 +83,19 @@ void setActions(NotificationMessage& message, const UserNotification& notificati
     }
 }
 
-void setSound(NotificationMessage& message, const UserNotification& notification) {
+void setSound(NotificationMessage& message, const UserNotification& notification,
+              const std::optional<std::string>& soundPath) {
     if (!notification.soundName) {
         message.hints["suppress-sound"] = sdbus::Variant(true);
         return;
     }
+    if (soundPath && isBusText(*soundPath)) {
+        message.hints["sound-file"] = sdbus::Variant(*soundPath);
+        return;
+    }
     const std::string name = shownText(*notification.soundName);
-    message.hints["sound-name"] = sdbus::Variant(name.empty() ? soundOfDesktop : name);
+    message.hints["sound-name"] =
+        sdbus::Variant(name.empty() ? notificationsound::ofDesktop : name);
 }
 
 } // namespace
@@ -107,14 +111,15 @@ NotificationCapabilities notificationCapabilities(const std::vector<std::string>
 }
 
 NotificationMessage notificationMessage(const UserNotification& notification,
-                                        const NotificationCapabilities& capabilities) {
+                                        const NotificationCapabilities& capabilities,
+                                        const std::optional<std::string>& soundPath) {
     NotificationMessage message;
     setTexts(message, notification, capabilities);
     if (capabilities.actions) {
         setActions(message, notification);
     }
     if (capabilities.sound) {
-        setSound(message, notification);
+        setSound(message, notification, soundPath);
     }
     // An alarm stays until it is answered.
     message.hints["urgency"] = sdbus::Variant(criticalUrgency);

@@ -5,6 +5,7 @@
 #include <sdbus-c++/Types.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,13 @@ inline constexpr const char* contents = "default";
 inline constexpr const char* button = "snooze";
 
 } // namespace notificationaction
+
+namespace notificationsound {
+
+/// What the sound themes play when an alarm elapses.
+inline constexpr const char* ofDesktop = "alarm-clock-elapsed";
+
+} // namespace notificationsound
 
 /// What a notification server can do, as far as it makes a difference here.
 struct NotificationCapabilities {
@@ -42,8 +50,10 @@ struct NotificationMessage {
 };
 
 /// The notification as a server with these capabilities shows it best. Texts of absurd length are
-/// cut off.
-[[nodiscard]] NotificationMessage notificationMessage(const UserNotification& notification,
-                                                      const NotificationCapabilities& capabilities);
+/// cut off. A sound whose file is known is played from it: the server's theme may lack it.
+[[nodiscard]] NotificationMessage
+notificationMessage(const UserNotification& notification,
+                    const NotificationCapabilities& capabilities,
+                    const std::optional<std::string>& soundPath = std::nullopt);
 
 } // namespace plenzo

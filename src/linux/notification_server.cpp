@@ -117,9 +117,10 @@ void NotificationServer::askForCapabilities() {
     });
 }
 
-void NotificationServer::notify(const UserNotification& notification, Answered answered) {
-    const NotificationMessage message =
-        notificationMessage(notification, m_capabilities.value_or(NotificationCapabilities()));
+void NotificationServer::notify(const UserNotification& notification,
+                                const std::optional<std::string>& soundPath, Answered answered) {
+    const NotificationMessage message = notificationMessage(
+        notification, m_capabilities.value_or(NotificationCapabilities()), soundPath);
     m_service.call(
         patientMethod("Notify"),
         [answered = std::move(answered)](sdbus::MethodReply* reply) {

@@ -44,8 +44,11 @@ public:
     [[nodiscard]] bool isReady() const { return m_capabilities.has_value(); }
     /// Has the bus start a server, if it can. False when there is one, or one is being started.
     bool start();
+    /// Whether the server that is ready plays the sounds of notifications.
+    [[nodiscard]] bool playsSounds() const { return m_capabilities && m_capabilities->sound; }
     /// Only while a server is ready. `answered` is called later, unless the server leaves before.
-    void notify(const UserNotification& notification, Answered answered);
+    void notify(const UserNotification& notification, const std::optional<std::string>& soundPath,
+                Answered answered);
     void close(Number number);
 
 private:

@@ -63,6 +63,20 @@ TEST(ANotificationMessage, NamesItsSoundToAServerThatPlaysSounds) {
     EXPECT_FALSE(silent.contains("sound-name") || silent.contains("suppress-sound"));
 }
 
+TEST(ANotificationMessage, GivesTheFileOfASoundInsteadOfTheName) {
+    UserNotification notification = tea();
+    notification.soundName = "Basso";
+    const auto hintsWith = [&notification](const std::string& path) {
+        return notificationMessage(notification, notificationCapabilities({"sound"}), path).hints;
+    };
+    auto hints = hintsWith("/sounds/Basso.wav");
+    EXPECT_EQ(hints["sound-file"].get<std::string>(), "/sounds/Basso.wav");
+    EXPECT_FALSE(hints.contains("sound-name"));
+    auto named = hintsWith("/sounds/B\xFF.wav");
+    EXPECT_EQ(named["sound-name"].get<std::string>(), "Basso") << "the bus carries no such path";
+    EXPECT_FALSE(named.contains("sound-file"));
+}
+
 TEST(ANotificationMessage, StaysOnTheScreen) {
     auto hints = messageOf(tea(), {"body"}).hints;
     EXPECT_EQ(hints["urgency"].get<std::uint8_t>(), 2);

@@ -98,6 +98,74 @@ TEST_F(NotificationsOfTheDesktop, AreShownAgainByAServerThatReturnsUntilTheyAreA
     EXPECT_THAT(m_server->summaries(), ElementsAre("a", "c"));
 }
 
+/// Of our sounds there is one, "Basso".
+class SoundsOfNotifications : public NotificationsOfTheDesktop {
+protected:
+    SoundsOfNotifications() { m_center.setSounds(sounds()); }
+    FreedesktopNotifications::Sounds sounds() {
+        return {.pathOf =
+                    [](const std::string& name) {
+                        return name == "Basso" ? std::optional<std::string>("/b.wav")
+                                               : std::nullopt;
+                    },
+                .play = [this](const std::string& name) { m_played.push_back(name); }};
+    }
+    void deliverWithSound(const std::optional<std::string>& name) {
+        UserNotification notification;
+        notification.soundName = name;
+        m_center.deliver(notification);
+        settle();
+    }
+    std::map<std::string, sdbus::Variant>& hints() { return m_server->shown.back().hints; }
+
+    std::vector<std::string> m_played;
+};
+
+TEST_F(SoundsOfNotifications, ArePlayedByAServerThatCan) {
+    start({"body", "sound"});
+    deliverWithSound("Basso");
+    EXPECT_EQ(hints()["sound-file"].get<std::string>(), "/b.wav");
+    deliverWithSound("Unknown");
+    EXPECT_EQ(hints()["sound-name"].get<std::string>(), "Unknown");
+    EXPECT_THAT(m_played, IsEmpty());
+    EXPECT_TRUE(m_center.hasSoundNamed("Basso"));
+    EXPECT_FALSE(m_center.hasSoundNamed("Unknown"));
+}
+
+TEST_F(SoundsOfNotifications, ArePlayedHereForAServerThatCannotOneForThoseThatComeTogether) {
+    deliverWithSound(std::nullopt);
+    deliverWithSound("Basso");
+    EXPECT_THAT(m_played, IsEmpty()) << "nothing is on the screen yet";
+    start();
+    EXPECT_THAT(m_played, ElementsAre("Basso"));
+    deliverWithSound("Other");
+    EXPECT_THAT(m_played, ElementsAre("Basso")) << "too soon";
+}
+
+TEST_F(SoundsOfNotifications, AreThoseOfTheDesktopWithoutAName) {
+    start();
+    deliverWithSound("");
+    EXPECT_THAT(m_played, ElementsAre("alarm-clock-elapsed"));
+}
+
+TEST_F(SoundsOfNotifications, AreHeardOnceEachAndNotAgainFromAServerThatReturns) {
+    FreedesktopNotifications center(m_bus.loop(), *m_connection, m_clock,
+                                    {.returnMilliseconds = 0, .shortestSoundPauseMilliseconds = 0});
+    center.setSounds(sounds());
+    start();
+    for (const char* name : {"Basso", "Other"}) {
+        UserNotification notification;
+        notification.soundName = name;
+        center.deliver(notification);
+        settle();
+    }
+    EXPECT_THAT(m_played, ElementsAre("Basso", "Other"));
+    end();
+    start();
+    EXPECT_EQ(m_server->shown.size(), 2U);
+    EXPECT_EQ(m_played.size(), 2U);
+}
+
 TEST_F(NotificationsOfTheDesktop, AreNotForgottenByAServerThatLeavesBeforeItAnswers) {
     start();
     m_server->holdsAnswers = true;

@@ -55,6 +55,7 @@ class PrivateSession:
             "DBUS_SESSION_BUS_ADDRESS": self.address,
             # The machine's own services are none of a test's business.
             "DBUS_SYSTEM_BUS_ADDRESS": self.address,
+            "CANBERRA_DRIVER": "null",
         }
         for name, value in os.environ.items():
             if name.endswith("SAN_OPTIONS"):
