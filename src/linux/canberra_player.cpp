@@ -2,6 +2,7 @@
 
 #include <canberra.h>
 #include <dlfcn.h>
+#include <link.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -11,6 +12,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace plenzo {
 
@@ -48,6 +50,26 @@ void silenceAlsa() {
     ::dlclose(library);
 }
 
+int noteDriver(dl_phdr_info* library, std::size_t /*size*/, void* drivers) {
+    const std::string path = library->dlpi_name;
+    if (path.find("/libcanberra-") != std::string::npos) {
+        static_cast<std::vector<std::string>*>(drivers)->push_back(path);
+    }
+    return 0;
+}
+
+/// A driver's thread says that it is done before it has returned from the driver's code, which the
+/// context would unload under it.
+void keepDriversLoaded() {
+    std::vector<std::string> drivers;
+    ::dl_iterate_phdr(noteDriver, &drivers);
+    for (const std::string& path : drivers) {
+        if (void* driver = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE)) {
+            ::dlclose(driver);
+        }
+    }
+}
+
 /// Null when there is no audio.
 Context newContext() {
     ca_context* created = nullptr;
@@ -61,6 +83,7 @@ Context newContext() {
         return nullptr;
     }
     silenceAlsa();
+    keepDriversLoaded();
     return context;
 }
 

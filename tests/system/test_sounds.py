@@ -49,7 +49,7 @@ class TheSoundOfAnAlarm(NotificationTest):
         self.assertEqual(self.recording.read_bytes(), b"")
 
     def test_is_missed_without_a_word_on_a_machine_without_audio(self):
-        self.start_with_audio("")
+        self.start_with_audio("pcm.!default { type no_such_device }")
         self.deliver_sound("tea")
 
 
