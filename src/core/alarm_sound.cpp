@@ -10,8 +10,10 @@ constexpr double shortestPauseSeconds = 3.0;
 
 } // namespace
 
+/// A clock that was set back since then does not silence what follows.
 bool AlarmSound::hasJustPlayed() const {
-    return m_lastSoundTime && m_clock.now() - *m_lastSoundTime <= shortestPauseSeconds;
+    const double pauseSeconds = m_lastSoundTime ? m_clock.now() - *m_lastSoundTime : -1;
+    return pauseSeconds >= 0 && pauseSeconds <= shortestPauseSeconds;
 }
 
 void AlarmSound::play(const std::string& name) {

@@ -97,6 +97,11 @@ TEST_F(AnIssuedAlarm, IsSilentWithinThreeSecondsOfTheLastSound) {
     }
     EXPECT_THAT(counts, ElementsAre(1, 1, 1, 2, 2));
     EXPECT_EQ(rows().size(), 5U) << "all are shown";
+
+    test.clock.set(due - 3600);
+    test.pushFull({sounding(-1800)});
+    test.timers.advanceTo(due - 1800);
+    EXPECT_EQ(test.sounds.played.size(), 3U) << "the clock was set back since";
 }
 
 TEST_F(AnIssuedAlarm, LeavesTheSoundToItsNotification) {
