@@ -101,8 +101,8 @@ public:
     std::vector<std::uint32_t> closed;
     bool holdsAnswers = false;
     bool refuses = false;
-    /// In place of the number.
-    bool answersNonsense = false;
+    /// Answers 0, which is no number.
+    bool numbersNone = false;
 
 private:
     static constexpr const char* interface = "org.freedesktop.Notifications";
@@ -139,10 +139,7 @@ private:
         if (!refuses) {
             shown.push_back(one);
         }
-        const auto number = static_cast<std::uint32_t>(shown.size());
-        if (answersNonsense) {
-            return [](sdbus::MethodReply& reply) { reply << std::string("seven"); };
-        }
+        const auto number = numbersNone ? 0U : static_cast<std::uint32_t>(shown.size());
         return [number](sdbus::MethodReply& reply) { reply << number; };
     }
 
