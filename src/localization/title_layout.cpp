@@ -42,13 +42,30 @@ void squeeze(Frame& frame, bool anchorLeft, int deltaX) {
     frame.width -= squeezed;
 }
 
+/// What is centered as well makes room at both sides.
+void moveCentered(std::vector<ChangingView>& views, const Frame& row, int leftDelta,
+                  int rightDelta) {
+    for (ChangingView& view : views) {
+        if (!view.mask.isCentered() || !areSideBySide(row, view.frame)) {
+            continue;
+        }
+        if (distance(row, view.frame, true) >= 0) {
+            view.frame.x += rightDelta;
+        } else if (distance(row, view.frame, false) >= 0) {
+            view.frame.x -= leftDelta;
+        }
+    }
+}
+
 void resizeCentered(std::vector<ChangingView>& views, std::size_t control, int deltaX) {
     const Frame row = views[control].frame;
     const int leftDelta = deltaX / 2;
+    const int rightDelta = deltaX - leftDelta;
     views[control].frame.x -= leftDelta;
     views[control].frame.width += deltaX;
+    moveCentered(views, row, leftDelta, rightDelta);
     adjustViewsInRect(views, row, false, leftDelta);
-    adjustViewsInRect(views, row, true, deltaX - leftDelta);
+    adjustViewsInRect(views, row, true, rightDelta);
 }
 
 } // namespace
