@@ -22,12 +22,15 @@
 #include "linux/system_clock.h"
 #include "linux/system_settings_watch.h"
 #include "linux/termination_signals.h"
+#include "linux/window_hints.h"
 #include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
 #include "support/bookmark_utilities.h"
+#include "ui/alarm/alarm_window.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <QApplication>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -94,10 +97,13 @@ public:
           m_systemSettings(m_loop, m_systemBus.get(), m_timers, m_regionalSettings),
           m_busThread(std::move(connections.link)), m_disposal(m_busThread),
           m_hostLink(m_loop, m_busThread), m_distributedNotifications(m_busThread),
-          m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion}),
+          m_alarmWindow(loadAlarmWindow()),
+          m_plenzoAlarm(platform(), {.folderName = folderName, .shortVersion = programVersion},
+                        windowControllers()),
           m_inspector(
               m_loop, m_busThread,
               {.pendingAlarms = [this] { return m_plenzoAlarm.inspector().pendingAlarms(); },
+               .displayedAlarms = [this] { return m_plenzoAlarm.inspector().displayedAlarms(); },
                .deliveredNotifications =
                    [this] { return m_plenzoAlarm.inspector().deliveredNotifications(); }}) {
         m_userNotificationCenter.setSounds(
@@ -135,6 +141,26 @@ private:
                 .sounds = &m_sounds};
     }
 
+    /// Null without a screen.
+    std::unique_ptr<AlarmWindow> loadAlarmWindow() {
+        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr) {
+            return nullptr;
+        }
+        return AlarmWindow::load({.window = {.interfaceFiles = m_interfaceFiles,
+                                             .strings = m_strings,
+                                             .iconFolder = resourceFolder() + "/icons",
+                                             .prepareWindow = floatOnAllWorkspaces,
+                                             .activate = activateIgnoringOtherPrograms},
+                                  .workspace = m_workspace,
+                                  .defaults = m_defaults,
+                                  .clock = m_clock,
+                                  .regionalSettings = m_regionalSettings,
+                                  .timers = m_timers});
+    }
+    WindowControllers windowControllers() {
+        return {.alarmWindow = m_alarmWindow ? &m_alarmWindow->controller() : nullptr};
+    }
+
     MainLoop m_loop;
     SystemClock m_clock;
     AbsoluteTimers m_timers;
@@ -161,6 +187,8 @@ private:
     DisposalOnBusThread m_disposal;
     HostLinkOnBus m_hostLink;
     DistributedNotificationsOnBus m_distributedNotifications;
+    InterfaceFiles m_interfaceFiles{resourceFolder(), languagesOfUser()};
+    std::unique_ptr<AlarmWindow> m_alarmWindow;
     PlenzoAlarm m_plenzoAlarm;
     InspectorOnBus m_inspector;
 };

@@ -1,11 +1,29 @@
 #include "app/agent.h"
 #include "app/list_command.h"
 #include "app/version.h"
+#include "linux/display.h"
 
 #include <CLI/CLI.hpp>
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <memory>
 #include <string>
+
+namespace {
+
+/// Without a screen the agent works all the same; its alarms are notifications then.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    if (!plenzo::displayIsThere()) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    auto application = std::make_unique<QApplication>(argc, argv);
+    QApplication::setApplicationDisplayName("Plenzo Alarm");
+    QApplication::setDesktopFileName("org.plenzo.PlenzoAlarm");
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     CLI::App commandLine("The alarm agent of the calendar: fires the alarms of the events that the "
@@ -19,6 +37,6 @@ int main(int argc, char** argv) {
     if (list) {
         return plenzo::listPendingAlarms();
     }
-    const QCoreApplication application(argc, argv);
+    const auto application = makeApplication(argc, argv);
     return plenzo::runAgent();
 }

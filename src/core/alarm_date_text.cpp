@@ -21,13 +21,13 @@ RelativeDateFormatter& AlarmDateText::formatter() const {
     return *m_formatter;
 }
 
-AlarmDateText::Text AlarmDateText::dateStringForAlarm(const Alarm& alarm) const {
+AlarmDateText::Text AlarmDateText::dateStringForAlarm(const Alarm& alarm, SeenFrom seenFrom) const {
     const AlarmContext context{.now = m_collaborators.clock.now(),
                                .systemZone = m_collaborators.regionalSettings.timeZone()};
     const bool allDay = alarm.eventDict->boolForKey(keys::allDay);
     const Instant fireDate = alarm.fireDate ? alarm.fireDate->instant() : context.now;
     RelativeDateFormatter& dateFormatter = formatter();
-    dateFormatter.setBaseDate(fireDate);
+    dateFormatter.setBaseDate(seenFrom == SeenFrom::FireDate ? fireDate : context.now);
     dateFormatter.setTimeStyle(allDay ? FormatStyle::None : FormatStyle::Short);
     const auto start = eventDateInLocalTime(*alarm.eventDict, CarryForward::No, context);
     return {.text = dateFormatter.stringFromDate(start ? start->instant() : fireDate),

@@ -22,7 +22,7 @@ public:
     };
 
     struct Text {
-        /// Such as "Tomorrow at 9:30 AM", as seen from the day on which the alarm fires.
+        /// Such as "Tomorrow at 9:30 AM".
         std::string text;
         /// Nothing when the record has no date.
         std::optional<CalendarDate> eventStartDate;
@@ -30,9 +30,12 @@ public:
 
     explicit AlarmDateText(Collaborators collaborators) : m_collaborators(collaborators) {}
 
+    /// The day that "Today" means.
+    enum class SeenFrom { FireDate, Now };
+
     /// The start of the occurrence, without the time when it takes all day; the alarm's own date
     /// when the occurrence has none.
-    [[nodiscard]] Text dateStringForAlarm(const Alarm& alarm) const;
+    [[nodiscard]] Text dateStringForAlarm(const Alarm& alarm, SeenFrom seenFrom) const;
 
 private:
     [[nodiscard]] RelativeDateFormatter& formatter() const;

@@ -14,6 +14,17 @@ struct DisplayedAlarm {
     Alarm alarm;
 };
 
+class AlarmWindowControllerDelegate {
+public:
+    AlarmWindowControllerDelegate() = default;
+    AlarmWindowControllerDelegate(const AlarmWindowControllerDelegate&) = delete;
+    AlarmWindowControllerDelegate& operator=(const AlarmWindowControllerDelegate&) = delete;
+    virtual ~AlarmWindowControllerDelegate() = default;
+
+    /// The user has closed the window, and with it dismissed what was in it.
+    virtual void alarmWindowClosed() = 0;
+};
+
 /// The window of the alarms that have fired, as the core sees it.
 class AlarmWindowController {
 public:
@@ -22,6 +33,8 @@ public:
     AlarmWindowController& operator=(const AlarmWindowController&) = delete;
     virtual ~AlarmWindowController() = default;
 
+    /// Null when nobody is to know of the window's end.
+    virtual void setDelegate(AlarmWindowControllerDelegate* delegate) = 0;
     /// Adds a row, without showing the window.
     virtual void addDisplayAlarm(const Alarm& alarm) = 0;
     /// Shows the window when it has rows.
@@ -33,6 +46,8 @@ public:
     virtual void midnightRefresh() = 0;
     /// Reads the settings of the snooze anew.
     virtual void snoozePrefsChanged() = 0;
+    /// Gives the window the keyboard, when it is there.
+    virtual void makeAlarmWindowKeyIfVisible() = 0;
 };
 
 } // namespace plenzo

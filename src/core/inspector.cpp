@@ -51,6 +51,16 @@ Array Inspector::pendingAlarms() const {
     return rows;
 }
 
+Array Inspector::displayedAlarms() const {
+    Array rows;
+    if (m_alarmWindow != nullptr) {
+        for (const DisplayedAlarm& displayed : m_alarmWindow->displayedAlarms()) {
+            rows.append(Value(row(displayed.alarm)));
+        }
+    }
+    return rows;
+}
+
 Array Inspector::deliveredNotifications() const {
     Array rows;
     for (const DeliveredNotification& notification : m_center.deliveredNotifications()) {

@@ -48,7 +48,8 @@ void NotificationDelivery::addUserNotificationForAlarm(const Alarm& alarm) {
     if (!alarm.eventDict) {
         return;
     }
-    const auto date = m_collaborators.dateText.dateStringForAlarm(alarm);
+    const auto date =
+        m_collaborators.dateText.dateStringForAlarm(alarm, AlarmDateText::SeenFrom::FireDate);
     const std::string_view location = alarm.eventText(keys::location);
     if (const auto eventUID = alarm.eventDict->stringForKey(keys::uid)) {
         removeNotificationsForUIDPlusDay(*eventUID);

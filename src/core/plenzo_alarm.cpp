@@ -76,7 +76,10 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowCont
                                                       .clock = platform.clock,
                                                       .regionalSettings = platform.regionalSettings,
                                                       .timers = platform.timers}),
-      m_inspector(m_alarmQueue, platform.userNotificationCenter) {
+      m_inspector(m_alarmQueue, platform.userNotificationCenter, windows.alarmWindow) {
+    if (windows.alarmWindow != nullptr) {
+        windows.alarmWindow->setDelegate(this);
+    }
     registerDefaults(platform.defaults);
 }
 
@@ -155,6 +158,12 @@ void PlenzoAlarm::prepareToStop() {
 bool PlenzoAlarm::eventHasAlarm(const Alarm& row, Instant before) const {
     const auto records = m_eventIntake.allEventDicts().withUID(row.eventText(keys::uid));
     return m_alarmQueue.hasAlarmOf(records, before);
+}
+
+void PlenzoAlarm::applicationDidBecomeActive() {
+    if (m_windows.alarmWindow != nullptr) {
+        m_windows.alarmWindow->makeAlarmWindowKeyIfVisible();
+    }
 }
 
 void PlenzoAlarm::goingToSleep() {

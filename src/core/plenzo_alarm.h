@@ -45,7 +45,9 @@ struct WindowControllers {
 
 /// The agent: owns the collections and what works on them, launches and ends in order, and answers
 /// the host and the system.
-class PlenzoAlarm final : public PlenzoAlarmProtocol, private PowerObserver {
+class PlenzoAlarm final : public PlenzoAlarmProtocol,
+                          private PowerObserver,
+                          private AlarmWindowControllerDelegate {
 public:
     PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowControllers windows = {});
 
@@ -54,6 +56,9 @@ public:
     void applicationDidFinishLaunching();
     /// Closes the host's link and posts "PlenzoAlarm Quit". Saves nothing.
     void applicationWillTerminate();
+
+    /// The user turns to the agent: the alarm window, when it is there, gets the keyboard.
+    void applicationDidBecomeActive();
 
     void version(std::string_view version) override;
     void alarmsUpdated(Array eventDicts, bool delta) override;
@@ -83,6 +88,8 @@ private:
     void awakeFromSleep() override;
     void shuttingDown() override;
     void shutdownCanceled() override;
+    /// Nothing is to be done: the window has told the host.
+    void alarmWindowClosed() override {}
 
     void findApplicationSupportFolder();
     void restoreAlarms();

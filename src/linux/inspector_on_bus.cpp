@@ -13,6 +13,7 @@ InspectorOnBus::InspectorOnBus(MainLoop& loop, BusThread& busThread, Questions q
     : m_loop(loop), m_busThread(busThread),
       m_object(sdbus::createObject(busThread.connection(), agentaddress::objectPath)) {
     registerQuestion("PendingAlarms", std::move(questions.pendingAlarms));
+    registerQuestion("DisplayedAlarms", std::move(questions.displayedAlarms));
     registerQuestion("DeliveredNotifications", std::move(questions.deliveredNotifications));
     m_object->finishRegistration();
 }

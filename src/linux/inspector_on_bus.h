@@ -21,6 +21,7 @@ public:
     /// Each gives an array of dictionaries.
     struct Questions {
         std::function<Array()> pendingAlarms;
+        std::function<Array()> displayedAlarms;
         std::function<Array()> deliveredNotifications;
     };
 

@@ -277,7 +277,7 @@ TEST_F(ANotification, IsShownByTheInspector) {
     deliver(nameless, reminder("r"));
     const TitleOrder order("en_US");
     const AlarmQueue queue(order);
-    const Value rows = Inspector(queue, center).deliveredNotifications();
+    const Value rows = Inspector(queue, center, nullptr).deliveredNotifications();
     EXPECT_EQ(rows, Value(Array{
                         Dictionary{{"deliveryDate", clock.now().date()},
                                    {keys::title, "tea-10"},

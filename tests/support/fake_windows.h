@@ -11,6 +11,8 @@ namespace plenzo {
 /// An alarm window of rows alone.
 class FakeAlarmWindow final : public AlarmWindowController {
 public:
+    void setDelegate(AlarmWindowControllerDelegate* /*delegate*/) override {}
+    void makeAlarmWindowKeyIfVisible() override { ++keyCount; }
     void addDisplayAlarm(const Alarm& alarm) override { rows.push_back({nextRow++, alarm}); }
     void showAlarmWindowIfNecessary() override { isShown = isShown || !rows.empty(); }
     [[nodiscard]] std::vector<DisplayedAlarm> displayedAlarms() const override { return rows; }
@@ -33,6 +35,7 @@ public:
     bool isShown = false;
     int refreshCount = 0;
     int settingsCount = 0;
+    int keyCount = 0;
 };
 
 /// A status window that remembers what it was told: "remove a", "delta 2", "all 3", "weather",

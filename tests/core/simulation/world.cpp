@@ -25,6 +25,8 @@ class World::Window final : public AlarmWindowController {
 public:
     explicit Window(const Clock& clock) : m_clock(clock) {}
 
+    void setDelegate(AlarmWindowControllerDelegate* /*delegate*/) override {}
+    void makeAlarmWindowKeyIfVisible() override {}
     void addDisplayAlarm(const Alarm& alarm) override {
         firings.push_back({.at = m_clock.now(),
                            .recordUID = std::string(alarm.eventText(keys::uid)),

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QEvent>
+#include <QWidget>
+#include <functional>
+
+namespace plenzo {
+
+/// The alarm window's frame: floats above other windows, and reports its keyboard, the modifier
+/// keys and its end.
+class AlarmPanel final : public QWidget {
+public:
+    explicit AlarmPanel(QWidget* parent = nullptr);
+
+    struct Handlers {
+        /// Whether Shift or Alt is held.
+        std::function<void(bool allModifierDown)> flagsChanged;
+        std::function<void()> didBecomeKey;
+        std::function<void()> didResignKey;
+        /// The user closes the window.
+        std::function<void()> willClose;
+        /// The desktop's colours are others.
+        std::function<void()> paletteChanged;
+        /// A key that nothing in the window wants. Whether it was made use of.
+        std::function<bool(const QKeyEvent& event)> keyDown;
+    };
+    void setHandlers(Handlers handlers) { m_handlers = std::move(handlers); }
+
+    /// Closes without telling that the user did.
+    void closeSilently();
+
+    /// Lets the panel see the keys of what is in it by now.
+    void watchKeysOfChildren();
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    [[nodiscard]] std::function<void()> handlerFor(QEvent::Type type) const;
+    void noteModifiers(const QEvent& event);
+
+    Handlers m_handlers;
+    bool m_closesSilently = false;
+};
+
+} // namespace plenzo

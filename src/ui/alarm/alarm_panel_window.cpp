@@ -1,0 +1,350 @@
+#include "ui/alarm/alarm_panel_window.h"
+
+#include "localization/springs_and_struts.h"
+#include "propertylist/format_string.h"
+#include "ui/alarm/alarm_cell_parts.h"
+#include "ui/alarm/alarm_row_delegate.h"
+#include "ui/alarm/alarm_table_view.h"
+#include "ui/alarm/alarm_text_field.h"
+#include "ui/alarm/snooze_popup.h"
+#include "ui/controls/elided_label.h"
+#include "ui/controls/key_press.h"
+#include "ui/controls/panel_style.h"
+#include "ui/controls/window_placement.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QPropertyAnimation>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QWindow>
+#include <algorithm>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+constexpr int fadeMilliseconds = 200;
+constexpr int resizeMilliseconds = 150;
+
+/// Beside what the titles of the buttons need.
+constexpr int buttonMargin = 10;
+
+std::unique_ptr<AlarmCellView> loadCell(InterfaceFiles& files, const std::string& name) {
+    std::unique_ptr<QWidget> widget = files.load(name);
+    if (dynamic_cast<AlarmCellView*>(widget.get()) == nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<AlarmCellView> cell(static_cast<AlarmCellView*>(widget.release()));
+    return cell->awakeFromNib() ? std::move(cell) : nullptr;
+}
+
+/// Tells the style sheet.
+void setIsDefault(QPushButton& button, bool isDefault) {
+    button.setProperty("isDefault", isDefault);
+    button.style()->unpolish(&button);
+    button.style()->polish(&button);
+}
+
+void setFrame(QWidget& view, const QRect& frame) {
+    if (SpringsAndStruts* layout = SpringsAndStruts::of(view.parentWidget())) {
+        layout->setFrame(&view, frame);
+    } else {
+        view.setGeometry(frame);
+    }
+}
+
+QRect frame(const QWidget& view) {
+    const SpringsAndStruts* layout = SpringsAndStruts::of(view.parentWidget());
+    return layout != nullptr ? layout->frame(&view) : view.geometry();
+}
+
+} // namespace
+
+void registerAlarmWidgets(InterfaceFiles& interfaceFiles) {
+    interfaceFiles.registerWidget<AlarmPanel>("AlarmPanel");
+    interfaceFiles.registerWidget<AlarmTableView>("AlarmTableView");
+    interfaceFiles.registerWidget<AlarmTextField>("AlarmTextField");
+    interfaceFiles.registerWidget<SnoozePopup>("SnoozePopup");
+    interfaceFiles.registerWidget<AlarmCellView>("AlarmCellView");
+    interfaceFiles.registerWidget<AlarmColorBar>("AlarmColorBar");
+    interfaceFiles.registerWidget<AlarmCheckBox>("AlarmCheckBox");
+    interfaceFiles.registerWidget<AlarmInfoButton>("AlarmInfoButton");
+    interfaceFiles.registerWidget<AlarmSeparator>("AlarmSeparator");
+    interfaceFiles.registerWidget<ElidedLabel>("ElidedLabel");
+}
+
+std::unique_ptr<AlarmPanelWindow> AlarmPanelWindow::load(Collaborators collaborators) {
+    registerAlarmWidgets(collaborators.interfaceFiles);
+    std::unique_ptr<QWidget> widget = collaborators.interfaceFiles.load("AlarmWindow");
+    if (dynamic_cast<AlarmPanel*>(widget.get()) == nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<AlarmPanel> panel(static_cast<AlarmPanel*>(widget.release()));
+    std::unique_ptr<AlarmPanelWindow> window(
+        new AlarmPanelWindow(std::move(collaborators), std::move(panel)));
+    return window->findParts() && window->loadRows() ? std::move(window) : nullptr;
+}
+
+AlarmPanelWindow::AlarmPanelWindow(Collaborators collaborators, std::unique_ptr<AlarmPanel> panel)
+    : m_collaborators(std::move(collaborators)), m_panel(std::move(panel)),
+      m_fade(std::make_unique<QPropertyAnimation>(m_panel.get(), "windowOpacity")),
+      m_resize(std::make_unique<QPropertyAnimation>(m_panel.get(), "geometry")) {
+    m_fade->setDuration(fadeMilliseconds);
+    m_resize->setDuration(resizeMilliseconds);
+    m_resize->setEasingCurve(QEasingCurve::OutCubic);
+}
+
+AlarmPanelWindow::~AlarmPanelWindow() {
+    m_panel->setHandlers({});
+}
+
+bool AlarmPanelWindow::findParts() {
+    m_list = dynamic_cast<AlarmTableView*>(m_panel->findChild<QWidget*>("alarmTable"));
+    m_snoozeTextField =
+        dynamic_cast<AlarmTextField*>(m_panel->findChild<QWidget*>("snoozeTextField"));
+    m_snoozePopup = dynamic_cast<SnoozePopup*>(m_panel->findChild<QWidget*>("snoozePopup"));
+    m_snoozeButton = m_panel->findChild<QPushButton*>("snoozeButton");
+    m_dismissButton = m_panel->findChild<QPushButton*>("dismissButton");
+    return m_list != nullptr && m_snoozeTextField != nullptr && m_snoozePopup != nullptr &&
+           m_snoozeButton != nullptr && m_dismissButton != nullptr &&
+           m_snoozePopup->count() == snoozeUnitsCount;
+}
+
+bool AlarmPanelWindow::loadRows() {
+    AlarmRowDelegate::Cells cells{.event =
+                                      loadCell(m_collaborators.interfaceFiles, "EventCellView"),
+                                  .task = loadCell(m_collaborators.interfaceFiles, "TaskCellView")};
+    if (!cells.event || !cells.task) {
+        return false;
+    }
+    auto* rows = new AlarmRowDelegate(m_list->alarms(), std::move(cells));
+    rows->setParent(m_list);
+    m_list->setItemDelegate(rows);
+    m_snoozePopup->awakeFromNib();
+    m_panel->watchKeysOfChildren();
+    updateStyle();
+    return true;
+}
+
+void AlarmPanelWindow::connect(AlarmPanelController& controller, AlarmPanelKeys& keys) {
+    keys.setUnitLetters(m_snoozePopup->unitLetters());
+    connectPanel(controller, keys);
+    connectList(controller, keys);
+    connectSnoozeControls(controller, keys);
+}
+
+void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanelKeys& keys) {
+    m_panel->setHandlers(
+        {.flagsChanged = [&controller](bool down) { controller.setAllModifierDown(down); },
+         .didBecomeKey = [this, &controller] { becomeKey(controller); },
+         .didResignKey =
+             [this, &controller] {
+                 controller.windowDidResignKey();
+                 if (QWidget* focused = m_panel->focusWidget()) {
+                     focused->clearFocus();
+                 }
+             },
+         .willClose = [&controller] { controller.windowWillClose(); },
+         .paletteChanged = [this] { updateStyle(); },
+         .keyDown =
+             [&keys](const QKeyEvent& event) {
+                 return keys.handleKeyDown(
+                     {.character = firstCharacterOfEvent(event),
+                      .command = event.modifiers().testFlag(Qt::ControlModifier)});
+             }});
+    QObject::connect(qApp, &QGuiApplication::screenRemoved, m_panel.get(), [this] {
+        if (isVisible()) {
+            placeOnScreen();
+        }
+    });
+}
+
+void AlarmPanelWindow::connectList(AlarmPanelController& controller, AlarmPanelKeys& keys) {
+    m_list->setKeyHandler([&keys](const KeyPress& key, double timestampSeconds) {
+        return keys.handleKeyInList(key, timestampSeconds);
+    });
+    QObject::connect(m_list, &QAbstractItemView::doubleClicked, m_list,
+                     [&controller] { controller.showSelectedEvent(); });
+    auto* rows = static_cast<AlarmRowDelegate*>(m_list->itemDelegate());
+    rows->setActions(
+        {.todoCheckbox =
+             [this, &controller](int row) {
+                 const AlarmRow& shown = m_list->alarms().row(m_list->alarms().index(row));
+                 controller.todoCheckbox(static_cast<std::size_t>(row), !shown.done);
+             },
+         .showEvent =
+             [&controller](int row) {
+                 controller.showEvent(static_cast<std::size_t>(row), HostCommands::InfoPanel::Hide);
+             }});
+}
+
+void AlarmPanelWindow::connectSnoozeControls(AlarmPanelController& controller,
+                                             AlarmPanelKeys& keys) {
+    m_snoozeTextField->setHandlers(
+        {.handleInsert = [&keys](std::u32string_view text) { return keys.handleInsert(text); },
+         .handleKeyDown = [&keys](const KeyPress& key) { return keys.handleKeyDown(key); }});
+    QObject::connect(m_snoozeTextField, &QLineEdit::textEdited, m_panel.get(),
+                     [&controller](const QString& text) {
+                         bool isNumber = false;
+                         const qlonglong value = text.toLongLong(&isNumber);
+                         controller.setSnoozeValue(isNumber ? std::optional<std::int64_t>(value)
+                                                            : std::nullopt);
+                     });
+    QObject::connect(m_snoozePopup, &QComboBox::activated, m_panel.get(), [&controller](int index) {
+        controller.setSnoozeUnits(static_cast<SnoozeUnits>(index));
+    });
+    QObject::connect(m_snoozeButton, &QPushButton::clicked, m_panel.get(),
+                     [&controller] { controller.snoozeButton(); });
+    QObject::connect(m_dismissButton, &QPushButton::clicked, m_panel.get(),
+                     [&controller] { controller.dismissButton(); });
+}
+
+void AlarmPanelWindow::becomeKey(AlarmPanelController& controller) {
+    controller.windowDidBecomeKey();
+    m_snoozeTextField->setFocus();
+    m_snoozeTextField->selectAll();
+}
+
+void AlarmPanelWindow::updateStyle() {
+    const QString sheet = panelStyleSheet(QGuiApplication::palette(),
+                                          QString::fromStdString(m_collaborators.iconFolder));
+    if (m_panel->styleSheet() != sheet) {
+        m_panel->setStyleSheet(sheet);
+    }
+}
+
+bool AlarmPanelWindow::isVisible() const {
+    return m_panel->isVisible();
+}
+
+void AlarmPanelWindow::sizeToRows(std::size_t count) {
+    if (m_resize->state() == QAbstractAnimation::Running) {
+        m_resize->setCurrentTime(m_resize->duration());
+    }
+    const int wanted = static_cast<int>(count) * m_list->rowHeight();
+    const int difference = wanted - frame(*m_list).height();
+    if (difference == 0) {
+        return;
+    }
+    QRect window = m_panel->geometry();
+    window.setHeight(window.height() + difference);
+    if (!isVisible()) {
+        m_panel->setGeometry(window);
+        return;
+    }
+    m_resize->setStartValue(m_panel->geometry());
+    m_resize->setEndValue(keptWithin(window, m_panel->screen()->availableGeometry()));
+    m_resize->start();
+}
+
+void AlarmPanelWindow::placeOnScreen() {
+    const QScreen* pointed = QGuiApplication::screenAt(QCursor::pos());
+    const QScreen* screen = pointed != nullptr ? pointed : QGuiApplication::primaryScreen();
+    if (screen == nullptr) {
+        return;
+    }
+    const QRect available = screen->availableGeometry();
+    const QRect window = m_panel->geometry();
+    // Where the user has put it, as long as that is where the user is.
+    const bool stays = m_isPlaced && screen->geometry().contains(window.center());
+    m_panel->setGeometry(
+        stays ? keptWithin(window, available)
+              : cornerPlacement(window.size(), available, m_panel->layoutDirection()));
+    m_isPlaced = true;
+}
+
+void AlarmPanelWindow::show() {
+    placeOnScreen();
+    m_panel->winId();
+    if (m_collaborators.prepareWindow) {
+        m_collaborators.prepareWindow(*m_panel->windowHandle());
+    }
+    m_panel->setWindowOpacity(0);
+    m_panel->show();
+    m_fade->setStartValue(0.0);
+    m_fade->setEndValue(1.0);
+    m_fade->start();
+}
+
+void AlarmPanelWindow::close() {
+    m_fade->stop();
+    m_resize->stop();
+    m_panel->closeSilently();
+}
+
+void AlarmPanelWindow::takeFocus() {
+    m_panel->raise();
+    if (m_collaborators.activate && m_panel->windowHandle() != nullptr) {
+        m_collaborators.activate(*m_panel->windowHandle());
+    } else {
+        m_panel->activateWindow();
+    }
+}
+
+void AlarmPanelWindow::setSnoozeAmount(const SnoozeAmount& amount) {
+    const QString number = QString::number(amount.value);
+    if (m_snoozeTextField->text() != number) {
+        m_snoozeTextField->setText(number);
+        if (amount.value == 0) {
+            m_snoozeTextField->selectAll();
+        }
+    }
+    m_snoozePopup->setCurrentIndex(static_cast<int>(amount.units));
+    sizePopupToFit();
+}
+
+void AlarmPanelWindow::sizePopupToFit() {
+    constexpr const char* tagProperty = "tag";
+    QRect popup = frame(*m_snoozePopup);
+    const int growth = m_snoozePopup->widthOfSelectedItem() - popup.width();
+    const bool keepsRightEdge = m_snoozePopup->property(tagProperty).toInt() < 0;
+    popup.adjust(keepsRightEdge ? -growth : 0, 0, keepsRightEdge ? 0 : growth, 0);
+    setFrame(*m_snoozePopup, popup);
+}
+
+QString AlarmPanelWindow::text(const std::string& key) const {
+    const std::string text = m_collaborators.strings.string(key);
+    return QString::fromStdString(text.empty() ? key : text);
+}
+
+QString AlarmPanelWindow::toolTip(const QPushButton& button, const std::string& key) const {
+    const std::string format = m_collaborators.strings.string(key);
+    return QString::fromStdString(filledFormat(format, {button.text().toStdString()}));
+}
+
+void AlarmPanelWindow::setButtonTitles(ButtonScope scope) {
+    const bool all = scope == ButtonScope::All;
+    m_snoozeButton->setText(text(all ? "Snooze All" : "Snooze"));
+    m_dismissButton->setText(text(all ? "Dismiss All" : "Dismiss"));
+    sizeButtonsToFit();
+    m_snoozeButton->setToolTip(toolTip(*m_snoozeButton, all ? "%@ (%C%CS)" : "%@ (%CS)"));
+    m_dismissButton->setToolTip(toolTip(*m_dismissButton, all ? "%@ (%C%CD)" : "%@ (%CD)"));
+}
+
+void AlarmPanelWindow::sizeButtonsToFit() {
+    const int width =
+        std::max(m_snoozeButton->sizeHint().width(), m_dismissButton->sizeHint().width()) +
+        buttonMargin;
+    QRect dismiss = frame(*m_dismissButton);
+    QRect snooze = frame(*m_snoozeButton);
+    const int movement = width - dismiss.width();
+    dismiss.setLeft(dismiss.left() - movement);
+    snooze.translate(-movement, 0);
+    snooze.setLeft(snooze.right() + 1 - width);
+    setFrame(*m_dismissButton, dismiss);
+    setFrame(*m_snoozeButton, snooze);
+}
+
+void AlarmPanelWindow::setDefaultButton(DefaultButton button) {
+    setIsDefault(*m_snoozeButton, button == DefaultButton::Snooze);
+    setIsDefault(*m_dismissButton, button == DefaultButton::Dismiss);
+}
+
+void AlarmPanelWindow::beep() {
+    QApplication::beep();
+}
+
+} // namespace plenzo

@@ -1,0 +1,58 @@
+#include "ui/controls/colors.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace plenzo {
+
+namespace {
+
+/// A component's share of the light, of sRGB.
+double linear(double component) {
+    return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
+double relativeLuminance(const QColor& color) {
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+const QColor nearBlack(0x1c, 0x1c, 0x1e);
+
+} // namespace
+
+QColor toQColor(Color color) {
+    return {color.red, color.green, color.blue, color.alpha};
+}
+
+QColor blended(const QColor& from, const QColor& to, double fraction) {
+    const auto mixed = [fraction](double one, double other) {
+        return static_cast<float>(one + (other - one) * fraction);
+    };
+    return QColor::fromRgbF(mixed(from.redF(), to.redF()), mixed(from.greenF(), to.greenF()),
+                            mixed(from.blueF(), to.blueF()), mixed(from.alphaF(), to.alphaF()));
+}
+
+double contrastRatio(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax({relativeLuminance(one), relativeLuminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor readableOn(const QColor& background) {
+    const QColor white(Qt::white);
+    return contrastRatio(nearBlack, background) >= contrastRatio(white, background) ? nearBlack
+                                                                                    : white;
+}
+
+QColor mutedText(const QColor& text, const QColor& background, double fraction) {
+    constexpr double step = 0.05;
+    for (double muting = fraction; muting > 0; muting -= step) {
+        const QColor muted = blended(text, background, muting);
+        if (contrastRatio(muted, background) >= readableContrast) {
+            return muted;
+        }
+    }
+    return text;
+}
+
+} // namespace plenzo
