@@ -7,6 +7,7 @@
 #include "linux/bus_on_main_loop.h"
 #include "linux/bus_thread.h"
 #include "linux/canberra_player.h"
+#include "linux/desktop_appearance.h"
 #include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
 #include "linux/file_references_of_system.h"
@@ -27,10 +28,12 @@
 #include "linux/xdg_folders.h"
 #include "support/bookmark_utilities.h"
 #include "ui/alarm/alarm_window.h"
+#include "ui/controls/palettes.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <QApplication>
+#include <QStyle>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -106,6 +109,7 @@ public:
                .displayedAlarms = [this] { return m_plenzoAlarm.inspector().displayedAlarms(); },
                .deliveredNotifications =
                    [this] { return m_plenzoAlarm.inspector().deliveredNotifications(); }}) {
+        follow({});
         m_userNotificationCenter.setSounds(
             {.pathOf = [this](const std::string& name) { return m_sounds.pathOf(name); },
              .play = [this](const std::string& name) { m_sounds.play(name); }});
@@ -157,6 +161,22 @@ private:
                                   .regionalSettings = m_regionalSettings,
                                   .timers = m_timers});
     }
+    /// Without a wish of the user's, the colours are those of the desktop's theme, if it has one.
+    static void follow(const DesktopAppearance& appearance) {
+        using Scheme = DesktopAppearance::ColorScheme;
+        const bool isApplication = qobject_cast<QApplication*>(qApp) != nullptr;
+        if (!isApplication) {
+            return;
+        }
+        QApplication::setPalette(QPalette());
+        const bool isThemed = QApplication::palette() != QApplication::style()->standardPalette();
+        if (appearance == DesktopAppearance() && isThemed) {
+            return;
+        }
+        QApplication::setPalette(
+            palette(appearance.colorScheme == Scheme::Dark ? Brightness::Dark : Brightness::Light,
+                    appearance.highContrast ? Contrast::High : Contrast::Usual));
+    }
     WindowControllers windowControllers() {
         return {.alarmWindow = m_alarmWindow ? &m_alarmWindow->controller() : nullptr};
     }
@@ -189,6 +209,7 @@ private:
     DistributedNotificationsOnBus m_distributedNotifications;
     InterfaceFiles m_interfaceFiles{resourceFolder(), languagesOfUser()};
     std::unique_ptr<AlarmWindow> m_alarmWindow;
+    DesktopAppearanceWatch m_appearance{m_desktopBus, follow};
     PlenzoAlarm m_plenzoAlarm;
     InspectorOnBus m_inspector;
 };

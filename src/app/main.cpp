@@ -2,14 +2,24 @@
 #include "app/list_command.h"
 #include "app/version.h"
 #include "linux/display.h"
+#include "linux/main_string_table.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QDir>
+#include <QIcon>
 #include <memory>
 #include <string>
 
 namespace {
+
+QIcon windowIcon() {
+    // Where the program was built, no icon theme knows it.
+    const QString file = QString::fromStdString(plenzo::resourceFolder()) +
+                         "/../icons/hicolor/scalable/apps/org.plenzo.PlenzoAlarm.svg";
+    return QIcon::fromTheme("org.plenzo.PlenzoAlarm", QIcon(QDir::cleanPath(file)));
+}
 
 /// Without a screen the agent works all the same; its alarms are notifications then.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
@@ -19,6 +29,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
     auto application = std::make_unique<QApplication>(argc, argv);
     QApplication::setApplicationDisplayName("Plenzo Alarm");
     QApplication::setDesktopFileName("org.plenzo.PlenzoAlarm");
+    QApplication::setWindowIcon(windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
 }

@@ -12,6 +12,9 @@ namespace plenzo {
 namespace {
 
 constexpr double mutedFraction = 0.35;
+
+/// Who wants as much gets all of it.
+constexpr double highContrast = 20;
 constexpr double separatorFraction = 0.88;
 
 /// Clicks beside a small part still mean it.
@@ -116,7 +119,9 @@ void AlarmCellView::setTextColor(ElidedLabel* label, const QColor& color) {
 
 void AlarmCellView::setColors(const AlarmRow& row, const AlarmRowColors& colors,
                               AlarmCellPart hotPart) {
-    const QColor muted = mutedText(colors.text, colors.background, mutedFraction);
+    const bool wantsContrast = contrastRatio(colors.text, colors.background) > highContrast;
+    const QColor muted =
+        mutedText(colors.text, colors.background, wantsContrast ? 0 : mutedFraction);
     setTextColor(m_title, colors.text);
     setTextColor(m_date, muted);
     setTextColor(m_location, muted);

@@ -60,7 +60,7 @@ int AlarmListModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant AlarmListModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    if (!index.isValid() || index.row() >= rowCount()) {
         return {};
     }
     switch (role) {

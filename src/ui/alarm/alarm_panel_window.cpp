@@ -126,7 +126,24 @@ bool AlarmPanelWindow::loadRows() {
     m_snoozePopup->awakeFromNib();
     m_panel->watchKeysOfChildren();
     updateStyle();
+    widenForLongestTexts();
     return true;
+}
+
+void AlarmPanelWindow::widenForLongestTexts() {
+    int popupWidth = 0;
+    for (int index = 0; index < m_snoozePopup->count(); ++index) {
+        m_snoozePopup->setCurrentIndex(index);
+        popupWidth = std::max(popupWidth, m_snoozePopup->widthOfSelectedItem());
+    }
+    m_snoozePopup->setCurrentIndex(0);
+    setButtonTitles(ButtonScope::All);
+    const int gap = frame(*m_snoozePopup).left() - frame(*m_snoozeTextField).right();
+    const int room = frame(*m_snoozeButton).left() - frame(*m_snoozePopup).left() - gap;
+    const int width = m_panel->width() + std::max(0, popupWidth - room);
+    setButtonTitles(ButtonScope::Selection);
+    m_panel->setMinimumWidth(std::max(m_panel->minimumWidth(), width));
+    m_panel->resize(width, m_panel->height());
 }
 
 void AlarmPanelWindow::connect(AlarmPanelController& controller, AlarmPanelKeys& keys) {
@@ -210,14 +227,15 @@ void AlarmPanelWindow::becomeKey(AlarmPanelController& controller) {
 
 void AlarmPanelWindow::updateStyle() {
     const QString sheet = panelStyleSheet(QGuiApplication::palette(),
-                                          QString::fromStdString(m_collaborators.iconFolder));
+                                          QString::fromStdString(m_collaborators.iconFolder),
+                                          m_panel->layoutDirection());
     if (m_panel->styleSheet() != sheet) {
         m_panel->setStyleSheet(sheet);
     }
 }
 
 bool AlarmPanelWindow::isVisible() const {
-    return m_panel->isVisible();
+    return m_panel->isVisible() && !m_panel->isMinimized();
 }
 
 void AlarmPanelWindow::sizeToRows(std::size_t count) {
@@ -263,6 +281,7 @@ void AlarmPanelWindow::show() {
         m_collaborators.prepareWindow(*m_panel->windowHandle());
     }
     m_panel->setWindowOpacity(0);
+    m_panel->setWindowState(Qt::WindowNoState);
     m_panel->show();
     m_fade->setStartValue(0.0);
     m_fade->setEndValue(1.0);

@@ -70,6 +70,7 @@ private:
     [[nodiscard]] QString text(const std::string& key) const;
     [[nodiscard]] QString toolTip(const QPushButton& button, const std::string& key) const;
     void sizeButtonsToFit();
+    void widenForLongestTexts();
     void sizePopupToFit();
 
     Collaborators m_collaborators;

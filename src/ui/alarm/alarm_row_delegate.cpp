@@ -13,6 +13,19 @@ namespace plenzo {
 
 namespace {
 
+/// Where the keyboard is, while what it is on is not selected.
+void drawFocus(QPainter& painter, const QStyleOptionViewItem& option) {
+    if (!option.state.testFlag(QStyle::State_HasFocus) ||
+        option.state.testFlag(QStyle::State_Selected)) {
+        return;
+    }
+    constexpr int inset = 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(option.palette.color(QPalette::Highlight), inset));
+    painter.drawRoundedRect(
+        QRectF(QPointF(), option.rect.size()).adjusted(inset, inset, -inset, -inset), 4, 4);
+}
+
 RowState rowState(const QStyleOptionViewItem& option) {
     if (!option.state.testFlag(QStyle::State_Selected)) {
         return RowState::Normal;
@@ -46,6 +59,7 @@ void AlarmRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->translate(option.rect.topLeft());
     shownCell(option, index)
         .render(painter, QPoint(), QRegion(), QWidget::RenderFlags(QWidget::DrawChildren));
+    drawFocus(*painter, option);
     painter->restore();
 }
 

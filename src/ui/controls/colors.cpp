@@ -39,9 +39,12 @@ double contrastRatio(const QColor& one, const QColor& other) {
 }
 
 QColor readableOn(const QColor& background) {
-    const QColor white(Qt::white);
-    return contrastRatio(nearBlack, background) >= contrastRatio(white, background) ? nearBlack
-                                                                                    : white;
+    const double dark = contrastRatio(nearBlack, background);
+    const double light = contrastRatio(Qt::white, background);
+    if (std::max(dark, light) < readableContrast) {
+        return Qt::black;
+    }
+    return dark >= light ? nearBlack : QColor(Qt::white);
 }
 
 QColor mutedText(const QColor& text, const QColor& background, double fraction) {

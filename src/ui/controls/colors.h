@@ -18,7 +18,7 @@ namespace plenzo {
 /// What WCAG asks of text at level AA.
 inline constexpr double readableContrast = 4.5;
 
-/// Near-black or white, whichever reads better on the background.
+/// Near-black or white, whichever reads better on the background; black where neither would do.
 [[nodiscard]] QColor readableOn(const QColor& background);
 
 /// The text colour moved towards the background as far as it stays readable, at most by the

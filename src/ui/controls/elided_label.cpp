@@ -39,6 +39,8 @@ QSize ElidedLabel::minimumSizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    // The ellipsis belongs to the text, whatever the window's direction is.
+    painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const int flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) |
                       Qt::TextSingleLine;
     style()->drawItemText(&painter, contentsRect(), flags, palette(), isEnabled(), elidedText(),

@@ -20,7 +20,7 @@ QPushButton[isDefault="true"]:hover { background: @accentHover; }
 QPushButton[isDefault="true"]:pressed { background: @accentPressed; }
 QLineEdit { background: @field; padding: 0 5px; selection-background-color: @accent;
     selection-color: @onAccent; }
-QComboBox { background: @button; padding: 0 0 0 9px; }
+QComboBox { background: @button; padding: @comboPadding; }
 QComboBox:hover { background: @hover; }
 QComboBox::drop-down { border: none; width: 24px; }
 QComboBox::down-arrow { image: url(@arrow); width: 12px; height: 12px; }
@@ -29,6 +29,12 @@ QComboBox QAbstractItemView { background: @field; color: @text; border: 1px soli
 QPushButton:focus, QLineEdit:focus, QComboBox:focus { border: 2px solid @focus; }
 QPushButton[isDefault="true"]:focus { border: 2px solid @focusOnAccent; }
 QPushButton:disabled, QLineEdit:disabled, QComboBox:disabled { color: @disabled; }
+QScrollBar:vertical { background: transparent; width: 12px; margin: 0; }
+QScrollBar::handle:vertical { background: @thumb; border-radius: 4px; min-height: 28px;
+    margin: 2px; }
+QScrollBar::handle:vertical:hover { background: @thumbHover; }
+QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QFrame#snoozeBar { border: none; border-top: 1px solid @hairline; }
 )";
 
@@ -45,6 +51,8 @@ Values surfaces(const QPalette& palette) {
             {"button", button.name()},
             {"hover", blended(button, text, 0.06).name()},
             {"pressed", blended(button, text, 0.14).name()},
+            {"thumb", blended(window, text, 0.25).name()},
+            {"thumbHover", blended(window, text, 0.45).name()},
             {"field", palette.color(QPalette::Base).name()},
             {"disabled", palette.color(QPalette::Disabled, QPalette::WindowText).name()}};
 }
@@ -67,9 +75,11 @@ bool isDark(const QPalette& palette) {
            palette.color(QPalette::WindowText).lightnessF();
 }
 
-QString panelStyleSheet(const QPalette& palette, const QString& iconFolder) {
+QString panelStyleSheet(const QPalette& palette, const QString& iconFolder,
+                        Qt::LayoutDirection direction) {
     Values values = surfaces(palette);
     values.insert(accents(palette));
+    values.insert("comboPadding", direction == Qt::RightToLeft ? "0 9px 0 0" : "0 0 0 9px");
     values.insert("arrow", iconFolder + (isDark(palette) ? "/dark" : "/light") + "/chevron.svg");
     QString sheet;
     const QString text = QString::fromLatin1(rules);

@@ -1,0 +1,52 @@
+#include "ui/alarm/alarm_row_colors.h"
+#include "ui/controls/colors.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace plenzo {
+namespace {
+
+/// A colour of every corner and face of the cube.
+std::vector<Color> everyKindOfColor() {
+    std::vector<Color> colors;
+    constexpr std::array<std::uint8_t, 4> components{0, 90, 160, 255};
+    for (const std::uint8_t red : components) {
+        for (const std::uint8_t green : components) {
+            for (const std::uint8_t blue : components) {
+                colors.push_back({red, green, blue, 255});
+            }
+        }
+    }
+    return colors;
+}
+
+TEST(Contrast, IsThatOfTheGuidelines) {
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21, 1e-6);
+    EXPECT_NEAR(contrastRatio(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
+    EXPECT_EQ(contrastRatio(Qt::red, Qt::red), 1);
+}
+
+TEST(ASelectedRow, CanBeReadInEveryCalendarsColor) {
+    for (const Color& color : everyKindOfColor()) {
+        AlarmRow row;
+        row.color = color;
+        for (const RowState state : {RowState::Selected, RowState::SelectedInactive}) {
+            const AlarmRowColors colors = alarmRowColors(row, state, QPalette());
+            const QColor muted = mutedText(colors.text, colors.background, 0.35);
+            EXPECT_GE(contrastRatio(colors.text, colors.background), readableContrast);
+            EXPECT_GE(contrastRatio(muted, colors.background), readableContrast);
+        }
+    }
+}
+
+TEST(ASelectedRow, FadesTowardsWhiteWithoutTheKeyboard) {
+    EXPECT_EQ(inactiveHighlightColor(QColor(0, 100, 200)).rgb(), qRgb(179, 209, 239));
+    EXPECT_EQ(inactiveHighlightColor(Qt::white).rgb(), qRgb(255, 255, 255));
+}
+
+} // namespace
+} // namespace plenzo
