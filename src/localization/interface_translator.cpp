@@ -5,6 +5,7 @@
 #include "localization/window_growth.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLayout>
@@ -29,6 +30,21 @@ void applyFrames(SpringsAndStruts& layout, const std::vector<ChangingView>& view
     for (int index = 0; index < layout.count(); ++index) {
         layout.setDesignedFrame(layout.itemAt(index)->widget(),
                                 views[static_cast<std::size_t>(index)].frame);
+    }
+}
+
+/// A pop-up may be designed for less than its widest item, and be widened when that is chosen; the
+/// window has to have the room.
+void reserveWidestItems(const SpringsAndStruts& layout, std::vector<ChangingView>& views) {
+    for (int index = 0; index < layout.count(); ++index) {
+        const QWidget& view = *layout.itemAt(index)->widget();
+        Frame& frame = views[static_cast<std::size_t>(index)].frame;
+        const int missing = view.sizeHint().width() - frame.width;
+        if (qobject_cast<const QComboBox*>(&view) == nullptr || missing <= 0) {
+            continue;
+        }
+        frame.x -= isAnchoredLeft(views[static_cast<std::size_t>(index)]) ? 0 : missing;
+        frame.width += missing;
     }
 }
 
@@ -94,6 +110,7 @@ int InterfaceTranslator::translateViews(SpringsAndStruts& layout) const {
         translateView(views, index, *layout.itemAt(static_cast<int>(index))->widget());
     }
     applyFrames(layout, views);
+    reserveWidestItems(layout, views);
     return growthNeeded(views, layout.designedSize().width);
 }
 

@@ -184,6 +184,16 @@ TEST_F(ATranslatedInterface, GrowsABoxOfFixedWidthLikeAControl) {
     EXPECT_EQ(window->width(), 400);
 }
 
+TEST_F(ATranslatedInterface, GrowsForThePopUpThatMayShowItsWidestItem) {
+    load(InterfaceFolder::widget("QComboBox", "combo", {10, 0, 20, 20}, "rightMargin",
+                                 "<item>" + InterfaceFolder::text("text", "Go") + "</item>") +
+         button("go", {200, 0, 190, 20}, "leftMargin"));
+    const auto& combo = view<QComboBox>("combo");
+    EXPECT_EQ(combo.width(), 20 + widened(combo)) << "as it was designed, for less";
+    const int left = 200 - widened(view<QPushButton>("go"));
+    EXPECT_EQ(window->width(), 400 + 10 + combo.sizeHint().width() + 8 - left);
+}
+
 TEST_F(ATranslatedInterface, GivesRoomToTextsThatAreTheLanguagesAlready) {
     const auto loadedAs = [this](TranslationNeeded needed) {
         QByteArray bytes = QByteArray::fromStdString(InterfaceFolder::window(
