@@ -7,8 +7,9 @@
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLayout>
+#include <QTabBar>
+#include <QTabWidget>
 #include <algorithm>
 #include <cstddef>
 
@@ -48,17 +49,17 @@ void reserveWidestItems(const SpringsAndStruts& layout, std::vector<ChangingView
     }
 }
 
-/// What a text of its own makes a view need that does not follow its text.
-int ownWidthNeeded(const QWidget& view, int wider) {
-    const auto* const label = qobject_cast<const QLabel*>(&view);
-    if (label != nullptr && label->wordWrap()) {
-        return 0;
+/// What the title of a box or the tabs of pages, which are no title of a control, make them need.
+int widthOfParts(const QWidget& view) {
+    if (const auto* const tabs = qobject_cast<const QTabWidget*>(&view)) {
+        return tabs->tabBar()->sizeHint().width();
     }
-    const bool isBox = qobject_cast<const QGroupBox*>(&view) != nullptr;
-    if (wider <= 0 && !isBox) {
-        return 0;
-    }
-    return isBox ? view.minimumSizeHint().width() : view.sizeHint().width();
+    return qobject_cast<const QGroupBox*>(&view) != nullptr ? view.minimumSizeHint().width() : 0;
+}
+
+int missingWidth(const QWidget& view) {
+    const bool isOfToolkit = view.layout() != nullptr && SpringsAndStruts::of(&view) == nullptr;
+    return isOfToolkit ? view.layout()->minimumSize().width() - view.width() : 0;
 }
 
 /// A limit that holds the width moves along with it.
@@ -83,7 +84,7 @@ void InterfaceTranslator::translate(QWidget& topLevel) const {
         translateTexts(m_dictionary, *action);
     }
     translateTexts(m_dictionary, topLevel);
-    widen(topLevel, translateInside(topLevel));
+    widen(topLevel, std::max({translateInside(topLevel), missingWidth(topLevel), 0}));
     if (auto* const layout = SpringsAndStruts::of(&topLevel)) {
         layout->layOut();
     }
@@ -99,9 +100,7 @@ int InterfaceTranslator::translateInside(QWidget& view) const {
         translateTexts(m_dictionary, *inner);
         growth = std::max(growth, translateInside(*inner));
     }
-    const QLayout* const layout = view.layout();
-    const int missing = layout != nullptr ? layout->minimumSize().width() - view.width() : 0;
-    return std::max(growth, missing);
+    return growth;
 }
 
 int InterfaceTranslator::translateViews(SpringsAndStruts& layout) const {
@@ -116,17 +115,21 @@ int InterfaceTranslator::translateViews(SpringsAndStruts& layout) const {
 
 void InterfaceTranslator::translateView(std::vector<ChangingView>& views, std::size_t index,
                                         QWidget& view) const {
+    const int partsInEnglish = widthOfParts(view);
     const int wider = translateTexts(m_dictionary, view);
-    const int growth = translateInside(view);
+    const int growth = std::max(translateInside(view), missingWidth(view));
     ChangingView& changing = views[index];
-    if (!changing.mask.has(AutoresizingMask::width)) {
-        resizeControl(views, index, wider + growth);
-        return;
-    }
-    // Its designed room counts as enough for what it was designed with.
     const int designedWidth = changing.designed.width;
-    const int ownWidth = std::min(ownWidthNeeded(view, wider), designedWidth + std::max(wider, 0));
-    changing.neededWidth = growth > 0 ? designedWidth + growth : ownWidth;
+    // What was designed with too little keeps it.
+    const int parts = widthOfParts(view) - std::max(designedWidth, partsInEnglish);
+    const int inside = std::max(growth, parts);
+    if (!changing.mask.has(AutoresizingMask::width)) {
+        resizeControl(views, index, wider + std::max(inside, 0));
+    } else if (inside > 0) {
+        changing.neededWidth = designedWidth + inside;
+    } else if (wider > 0) {
+        changing.neededWidth = std::min(view.sizeHint().width(), designedWidth + wider);
+    }
 }
 
 } // namespace plenzo
