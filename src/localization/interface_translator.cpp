@@ -5,9 +5,11 @@
 #include "localization/window_growth.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLayout>
+#include <QTabBar>
+#include <QTabWidget>
 #include <algorithm>
 #include <cstddef>
 
@@ -32,17 +34,32 @@ void applyFrames(SpringsAndStruts& layout, const std::vector<ChangingView>& view
     }
 }
 
-/// What a text of its own makes a view need that does not follow its text.
-int ownWidthNeeded(const QWidget& view, int wider) {
-    const auto* const label = qobject_cast<const QLabel*>(&view);
-    if (label != nullptr && label->wordWrap()) {
-        return 0;
+/// A pop-up may be designed for less than its widest item, and be widened when that is chosen; the
+/// window has to have the room.
+void reserveWidestItems(const SpringsAndStruts& layout, std::vector<ChangingView>& views) {
+    for (int index = 0; index < layout.count(); ++index) {
+        const QWidget& view = *layout.itemAt(index)->widget();
+        Frame& frame = views[static_cast<std::size_t>(index)].frame;
+        const int missing = view.sizeHint().width() - frame.width;
+        if (qobject_cast<const QComboBox*>(&view) == nullptr || missing <= 0) {
+            continue;
+        }
+        frame.x -= isAnchoredLeft(views[static_cast<std::size_t>(index)]) ? 0 : missing;
+        frame.width += missing;
     }
-    const bool isBox = qobject_cast<const QGroupBox*>(&view) != nullptr;
-    if (wider <= 0 && !isBox) {
-        return 0;
+}
+
+/// What the title of a box or the tabs of pages, which are no title of a control, make them need.
+int widthOfParts(const QWidget& view) {
+    if (const auto* const tabs = qobject_cast<const QTabWidget*>(&view)) {
+        return tabs->tabBar()->sizeHint().width();
     }
-    return isBox ? view.minimumSizeHint().width() : view.sizeHint().width();
+    return qobject_cast<const QGroupBox*>(&view) != nullptr ? view.minimumSizeHint().width() : 0;
+}
+
+int missingWidth(const QWidget& view) {
+    const bool isOfToolkit = view.layout() != nullptr && SpringsAndStruts::of(&view) == nullptr;
+    return isOfToolkit ? view.layout()->minimumSize().width() - view.width() : 0;
 }
 
 /// A limit that holds the width moves along with it.
@@ -67,7 +84,7 @@ void InterfaceTranslator::translate(QWidget& topLevel) const {
         translateTexts(m_dictionary, *action);
     }
     translateTexts(m_dictionary, topLevel);
-    widen(topLevel, translateInside(topLevel));
+    widen(topLevel, std::max({translateInside(topLevel), missingWidth(topLevel), 0}));
     if (auto* const layout = SpringsAndStruts::of(&topLevel)) {
         layout->layOut();
     }
@@ -83,9 +100,7 @@ int InterfaceTranslator::translateInside(QWidget& view) const {
         translateTexts(m_dictionary, *inner);
         growth = std::max(growth, translateInside(*inner));
     }
-    const QLayout* const layout = view.layout();
-    const int missing = layout != nullptr ? layout->minimumSize().width() - view.width() : 0;
-    return std::max(growth, missing);
+    return growth;
 }
 
 int InterfaceTranslator::translateViews(SpringsAndStruts& layout) const {
@@ -94,22 +109,27 @@ int InterfaceTranslator::translateViews(SpringsAndStruts& layout) const {
         translateView(views, index, *layout.itemAt(static_cast<int>(index))->widget());
     }
     applyFrames(layout, views);
+    reserveWidestItems(layout, views);
     return growthNeeded(views, layout.designedSize().width);
 }
 
 void InterfaceTranslator::translateView(std::vector<ChangingView>& views, std::size_t index,
                                         QWidget& view) const {
+    const int partsInEnglish = widthOfParts(view);
     const int wider = translateTexts(m_dictionary, view);
-    const int growth = translateInside(view);
+    const int growth = std::max(translateInside(view), missingWidth(view));
     ChangingView& changing = views[index];
-    if (!changing.mask.has(AutoresizingMask::width)) {
-        resizeControl(views, index, wider + growth);
-        return;
-    }
-    // Its designed room counts as enough for what it was designed with.
     const int designedWidth = changing.designed.width;
-    const int ownWidth = std::min(ownWidthNeeded(view, wider), designedWidth + std::max(wider, 0));
-    changing.neededWidth = growth > 0 ? designedWidth + growth : ownWidth;
+    // What was designed with too little keeps it.
+    const int parts = widthOfParts(view) - std::max(designedWidth, partsInEnglish);
+    const int inside = std::max(growth, parts);
+    if (!changing.mask.has(AutoresizingMask::width)) {
+        resizeControl(views, index, wider + std::max(inside, 0));
+    } else if (inside > 0) {
+        changing.neededWidth = designedWidth + inside;
+    } else if (wider > 0) {
+        changing.neededWidth = std::min(view.sizeHint().width(), designedWidth + wider);
+    }
 }
 
 } // namespace plenzo

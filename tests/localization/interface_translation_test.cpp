@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QToolBar>
@@ -182,6 +183,34 @@ TEST_F(ATranslatedInterface, GrowsABoxOfFixedWidthLikeAControl) {
     EXPECT_EQ(view<QPushButton>("besideBox").x(), 130 + growth);
     EXPECT_EQ(view<QPushButton>("beside").x(), 130);
     EXPECT_EQ(window->width(), 400);
+}
+
+TEST_F(ATranslatedInterface, GrowsForTheTitlesOfBoxesAndTabs) {
+    const std::string page = "<widget class=\"QWidget\" name=\"page\"><attribute name=\"title\">"
+                             "<string>Go</string></attribute></widget>";
+    load(InterfaceFolder::widget("QGroupBox", "box", {20, 0, 50, 40}, "rightMargin",
+                                 InterfaceFolder::text("title", "Go")) +
+         InterfaceFolder::widget("QTabWidget", "tabs", {20, 50, 50, 40}, "rightMargin", page) +
+         InterfaceFolder::widget("QTabWidget", "wide", {90, 50, 300, 40}, "width", page));
+    auto& tabs = view<QTabWidget>("tabs");
+    EXPECT_EQ(tabs.width(), tabs.tabBar()->sizeHint().width());
+    EXPECT_EQ(view<QGroupBox>("box").width(), view<QGroupBox>("box").minimumSizeHint().width());
+    EXPECT_EQ(view<QTabWidget>("wide").width(), 300 - (tabs.width() - 50));
+    EXPECT_EQ(window->width(), 400);
+
+    load(InterfaceFolder::widget("QGroupBox", "box", {20, 0, 50, 40}, "width",
+                                 InterfaceFolder::text("title", "Go")));
+    EXPECT_EQ(window->width(), 400 + view<QGroupBox>("box").minimumSizeHint().width() - 50);
+}
+
+TEST_F(ATranslatedInterface, GrowsForThePopUpThatMayShowItsWidestItem) {
+    load(InterfaceFolder::widget("QComboBox", "combo", {10, 0, 20, 20}, "rightMargin",
+                                 "<item>" + InterfaceFolder::text("text", "Go") + "</item>") +
+         button("go", {200, 0, 190, 20}, "leftMargin"));
+    const auto& combo = view<QComboBox>("combo");
+    EXPECT_EQ(combo.width(), 20 + widened(combo)) << "as it was designed, for less";
+    const int left = 200 - widened(view<QPushButton>("go"));
+    EXPECT_EQ(window->width(), 400 + 10 + combo.sizeHint().width() + 8 - left);
 }
 
 TEST_F(ATranslatedInterface, GivesRoomToTextsThatAreTheLanguagesAlready) {
