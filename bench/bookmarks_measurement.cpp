@@ -89,7 +89,8 @@ std::vector<Figure> BookmarksMeasurement::figures(const BestTimes& times) const 
     const double many = times.of(nameOf(manyFiles));
     constexpr double linear = double(manyFiles) / double(fewFiles);
     // The rest is what the caches cost, and the map of the played files.
-    return {comparison("keeping 20,000 files, over ten times that of 2,000", many, linear * few, 2)};
+    return {
+        comparison("keeping 20,000 files, over ten times that of 2,000", many, linear * few, 2)};
 }
 
 } // namespace plenzo
