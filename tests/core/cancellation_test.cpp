@@ -104,7 +104,7 @@ TEST(ANotificationOfTheHostsRecord, GoesAwayAsARowDoes) {
     test.timers.advanceTo(start);
     const auto shown = [&test] {
         std::vector<std::string> titles;
-        for (const auto& notification : test.notifications.deliveredNotifications()) {
+        for (const auto& [identifier, notification] : test.notifications.deliveredNotifications()) {
             titles.push_back(notification.title);
         }
         return titles;

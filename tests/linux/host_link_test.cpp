@@ -46,9 +46,8 @@ public:
         m_bus.roundTrip(*m_program);
         bool hasHandled = false;
         auto ping = m_agent->createMethodCall("org.freedesktop.DBus.Peer", "Ping");
-        m_agent->callMethod(ping, [&hasHandled](sdbus::MethodReply&, const sdbus::Error*) {
-            hasHandled = true;
-        });
+        m_agent->callMethod(
+            ping, [&hasHandled](sdbus::MethodReply&, const sdbus::Error*) { hasHandled = true; });
         m_program->sent();
         m_bus.runUntil([&hasHandled] { return hasHandled; });
         bool isDone = false;
@@ -205,7 +204,9 @@ private:
 
 class RealDisposalUnderContract final : public DisposalContract {
 public:
-    RealDisposalUnderContract() { m_bus.thread().start([] {}); }
+    RealDisposalUnderContract() {
+        m_bus.thread().start([] {});
+    }
     Disposal& disposal() override { return m_disposal; }
     void settle() override { m_bus.thread().stop(); }
 

@@ -84,7 +84,7 @@ public:
     }
 
 private:
-    const Journal everything{"version 1",   "2 records",     "delta of 1",     "1 calendars",
+    const Journal everything{"version 1",     "2 records",    "delta of 1",     "1 calendars",
                              "1 preferences", "1 of weather", "prepare to stop"};
     ProtocolJournal m_agent;
 };
