@@ -71,6 +71,7 @@ void EventIntake::finish(std::span<const EventDict> eventDicts, bool delta) cons
 
 /// The memory of very many records takes longer to free than the new ones take to be read.
 void EventIntake::removeAllEvents() {
+    m_collaborators.fileAccess.forgetNoted();
     Disposal& disposal = m_collaborators.disposal;
     disposal.dispose(m_collaborators.queue.takeContents());
     disposal.dispose(
@@ -113,6 +114,7 @@ void EventIntake::addEvents(const std::vector<EventDict>& eventDicts,
         m_collaborators.fileAccess.saveSecureFileURLsIn(group);
     });
     m_collaborators.queue.sort();
+    m_collaborators.fileAccess.saveNext();
 }
 
 AlarmContext EventIntake::context() const {

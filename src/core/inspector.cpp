@@ -63,7 +63,7 @@ Array Inspector::displayedAlarms() const {
 
 Array Inspector::deliveredNotifications() const {
     Array rows;
-    for (const DeliveredNotification& notification : m_center.deliveredNotifications()) {
+    for (const auto& [identifier, notification] : m_center.deliveredNotifications()) {
         rows.append(Value(row(notification)));
     }
     return rows;

@@ -12,6 +12,7 @@ namespace plenzo {
 namespace {
 
 constexpr double longestStaySeconds = 7200;
+constexpr std::size_t fewNotifications = 64;
 constexpr const char* usualSoundName = "Basso";
 constexpr const char* soundOfDesktop = "";
 
@@ -51,16 +52,20 @@ void NotificationDelivery::addUserNotificationForAlarm(const Alarm& alarm) {
     const auto date =
         m_collaborators.dateText.dateStringForAlarm(alarm, AlarmDateText::SeenFrom::FireDate);
     const std::string_view location = alarm.eventText(keys::location);
-    if (const auto eventUID = alarm.eventDict->stringForKey(keys::uid)) {
+    const auto eventUID = alarm.eventDict->stringForKey(keys::uid);
+    if (eventUID) {
         removeNotificationsForUIDPlusDay(*eventUID);
     }
-    m_collaborators.center.deliver(
+    const std::uint64_t identifier = m_collaborators.center.deliver(
         {.title = std::string(alarm.eventText(keys::title)),
          .subtitle = std::string(location.empty() ? alarm.eventText(keys::notes) : location),
          .informativeText = date.text,
          .soundName = soundName(alarm),
          .actionButtonTitle = m_collaborators.strings.string("Snooze"),
          .userInformation = userInformation(alarm, date.eventStartDate)});
+    if (eventUID) {
+        note(*eventUID, identifier);
+    }
 }
 
 std::optional<std::string> NotificationDelivery::soundName(const Alarm& alarm) const {
@@ -113,40 +118,56 @@ double NotificationDelivery::snoozedUntilSeconds(const Dictionary& userInformati
 }
 
 void NotificationDelivery::removeNotificationsForUIDPlusDay(std::string_view eventUID) {
-    removeIf([eventUID](const DeliveredNotification& notification) {
-        return notification.userInformation.stringForKey(keys::eventUidPlusDay) == eventUID;
-    });
+    if (const DeliveredNotification* notification = notificationOf(eventUID)) {
+        m_collaborators.center.removeDelivered(notification->identifier);
+    }
 }
 
 void NotificationDelivery::removeNotificationsForDeletedOrAckdRemindersInEventDict(
     const Dictionary& eventDict) {
-    removeIf([&eventDict](const DeliveredNotification& notification) {
-        return notificationIsCanceledByEventDict(notification, eventDict);
-    });
+    const auto eventUID = eventDict.stringForKey(keys::uid);
+    const DeliveredNotification* notification = eventUID ? notificationOf(*eventUID) : nullptr;
+    if (notification != nullptr && notificationIsCanceledByEventDict(*notification, eventDict)) {
+        m_collaborators.center.removeDelivered(notification->identifier);
+    }
 }
 
 void NotificationDelivery::cleanDeliveredNotifications() {
     const Instant oldest = m_collaborators.clock.now() - longestStaySeconds;
-    removeIf([oldest](const DeliveredNotification& notification) {
-        return notification.hasBeenShown && notification.actualDeliveryDate < oldest;
-    });
-}
-
-void NotificationDelivery::purgeAllUserNotifications() {
-    m_collaborators.center.removeAllDelivered();
-}
-
-void NotificationDelivery::removeIf(
-    const std::function<bool(const DeliveredNotification&)>& isToGo) {
     std::vector<std::uint64_t> identifiers;
-    for (const auto& notification : m_collaborators.center.deliveredNotifications()) {
-        if (isToGo(notification)) {
-            identifiers.push_back(notification.identifier);
+    for (const auto& [identifier, notification] : m_collaborators.center.deliveredNotifications()) {
+        if (notification.hasBeenShown && notification.actualDeliveryDate < oldest) {
+            identifiers.push_back(identifier);
         }
     }
     for (const std::uint64_t identifier : identifiers) {
         m_collaborators.center.removeDelivered(identifier);
     }
+}
+
+void NotificationDelivery::purgeAllUserNotifications() {
+    m_collaborators.center.removeAllDelivered();
+    m_latest.clear();
+}
+
+const DeliveredNotification* NotificationDelivery::notificationOf(std::string_view eventUID) const {
+    const auto latest = m_latest.find(eventUID);
+    if (latest == m_latest.end()) {
+        return nullptr;
+    }
+    const DeliveredNotifications& there = m_collaborators.center.deliveredNotifications();
+    const auto notification = there.find(latest->second);
+    return notification != there.end() ? &notification->second : nullptr;
+}
+
+/// What is gone is forgotten now and then, when it is the most of what is noted.
+void NotificationDelivery::note(std::string_view eventUID, std::uint64_t identifier) {
+    const DeliveredNotifications& there = m_collaborators.center.deliveredNotifications();
+    if (m_latest.size() > 2 * there.size() + fewNotifications) {
+        std::erase_if(m_latest,
+                      [&there](const auto& latest) { return !there.contains(latest.second); });
+    }
+    m_latest.insert_or_assign(std::string(eventUID), identifier);
 }
 
 bool notificationIsCanceledByEventDict(const DeliveredNotification& notification,

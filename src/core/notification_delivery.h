@@ -8,7 +8,10 @@
 #include "platform/user_defaults.h"
 #include "platform/user_notification_center.h"
 
+#include <cstdint>
 #include <functional>
+#include <map>
+#include <string>
 #include <string_view>
 
 namespace plenzo {
@@ -54,9 +57,13 @@ public:
 private:
     [[nodiscard]] std::optional<std::string> soundName(const Alarm& alarm) const;
     [[nodiscard]] double snoozedUntilSeconds(const Dictionary& userInformation) const;
-    void removeIf(const std::function<bool(const DeliveredNotification&)>& isToGo);
+    /// Null when the occurrence has none that is still there.
+    [[nodiscard]] const DeliveredNotification* notificationOf(std::string_view eventUID) const;
+    void note(std::string_view eventUID, std::uint64_t identifier);
 
     Collaborators m_collaborators;
+    /// The latest notification of each occurrence, by "uid". Some are gone by now.
+    std::map<std::string, std::uint64_t, std::less<>> m_latest;
     Handle m_observation;
 };
 

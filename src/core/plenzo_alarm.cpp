@@ -28,7 +28,9 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowCont
                               .defaults = platform.defaults,
                               .clock = platform.clock,
                               .hostCommands = m_hostCommands}),
-      m_shownAlarms(windows.alarmWindow), m_keptFileAccess(platform.fileAccess),
+      m_shownAlarms(windows.alarmWindow),
+      m_keptFileAccess(
+          {.fileAccess = platform.fileAccess, .timers = platform.timers, .clock = platform.clock}),
       m_alarmActions({.workspace = platform.workspace,
                       .hostCommands = m_hostCommands,
                       .strings = platform.strings,
@@ -132,7 +134,7 @@ bool PlenzoAlarm::deliversByNotificationCenter() const {
 
 void PlenzoAlarm::prefsUpdated(const Dictionary& preferences) {
     const bool delivered = deliversByNotificationCenter();
-    m_platform.defaults.setValues(preferences);
+    m_platform.defaults.setValues(preferencesOfHost(preferences));
     m_platform.defaults.synchronize();
     if (m_windows.alarmWindow != nullptr) {
         m_windows.alarmWindow->snoozePrefsChanged();
@@ -178,6 +180,7 @@ void PlenzoAlarm::awakeFromSleep() {
 void PlenzoAlarm::shuttingDown() {
     m_shuttingDown = true;
     saveAlarms();
+    m_keptFileAccess.saveAll();
     if (m_platform.fileAccess != nullptr) {
         m_platform.fileAccess->cleanSecureFiles();
     }

@@ -1,5 +1,7 @@
 #include "core/preference_keys.h"
 
+#include "support/bookmark_stores.h"
+
 namespace plenzo {
 
 void registerDefaults(UserDefaults& defaults) {
@@ -19,6 +21,13 @@ void registerDefaults(UserDefaults& defaults) {
         {Key(preferences::omitCalendars), Value(Array())},
         {Key(preferences::sticky), Value(false)},
     });
+}
+
+Dictionary preferencesOfHost(Dictionary sent) {
+    for (const char* key : BookmarkStores::keys) {
+        sent.remove(key);
+    }
+    return sent;
 }
 
 } // namespace plenzo

@@ -39,4 +39,8 @@ inline constexpr const char* sticky = "alarmsSticky";
 /// Registers the default of every key above.
 void registerDefaults(UserDefaults& defaults);
 
+/// What the host may set of what it sends: all but what the agent keeps for itself in the settings,
+/// which would otherwise be lost.
+[[nodiscard]] Dictionary preferencesOfHost(Dictionary sent);
+
 } // namespace plenzo

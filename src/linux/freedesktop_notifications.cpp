@@ -42,16 +42,18 @@ NotificationServer::Events FreedesktopNotifications::serverEvents() {
             }};
 }
 
-void FreedesktopNotifications::deliver(const UserNotification& notification) {
-    m_there.push_back({.identifier = ++m_count,
-                       .title = notification.title,
-                       .userInformation = notification.userInformation,
-                       .actualDeliveryDate = m_clock.now()});
-    m_deliveries.emplace(m_count, Delivery{.notification = notification});
-    m_waiting.push_back(m_count);
+std::uint64_t FreedesktopNotifications::deliver(const UserNotification& notification) {
+    const std::uint64_t identifier = ++m_count;
+    m_there[identifier] = {.identifier = identifier,
+                           .title = notification.title,
+                           .userInformation = notification.userInformation,
+                           .actualDeliveryDate = m_clock.now()};
+    m_deliveries.emplace(identifier, Delivery{.notification = notification});
+    m_waiting.push_back(identifier);
     m_hasAskedForReturn = false;
     m_server.start();
     sendWaiting();
+    return identifier;
 }
 
 void FreedesktopNotifications::sendWaiting() {
@@ -88,9 +90,9 @@ void FreedesktopNotifications::noteAnswer(std::uint64_t identifier,
 
 void FreedesktopNotifications::noteShown(std::uint64_t identifier, Number number) {
     m_retryMilliseconds = m_delays.retryMilliseconds;
-    const auto notification = find(identifier);
+    const auto notification = m_there.find(identifier);
     const bool isRemoved = notification == m_there.end();
-    if (!isRemoved && !std::exchange(notification->hasBeenShown, true)) {
+    if (!isRemoved && !std::exchange(notification->second.hasBeenShown, true)) {
         playSoundOf(identifier);
     }
     if (number == 0) {
@@ -184,9 +186,9 @@ void FreedesktopNotifications::noteAction(Number number, const std::string& acti
 }
 
 void FreedesktopNotifications::tell(std::uint64_t identifier, ActivationType activationType) {
-    const auto found = find(identifier);
+    const auto found = m_there.find(identifier);
     if (found != m_there.end()) {
-        const DeliveredNotification notification = *found;
+        const DeliveredNotification notification = found->second;
         m_observer.tell(&UserNotificationObserver::didActivateNotification, notification,
                         activationType);
     }
@@ -215,17 +217,7 @@ void FreedesktopNotifications::removeAllDelivered() {
 
 void FreedesktopNotifications::forget(std::uint64_t identifier) {
     m_deliveries.erase(identifier);
-    const auto found = find(identifier);
-    if (found != m_there.end()) {
-        m_there.erase(found);
-    }
-}
-
-std::vector<DeliveredNotification>::iterator
-FreedesktopNotifications::find(std::uint64_t identifier) {
-    const auto found =
-        std::ranges::lower_bound(m_there, identifier, {}, &DeliveredNotification::identifier);
-    return found != m_there.end() && found->identifier == identifier ? found : m_there.end();
+    m_there.erase(identifier);
 }
 
 } // namespace plenzo

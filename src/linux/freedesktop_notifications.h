@@ -46,9 +46,8 @@ public:
     FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock);
     FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus, const Clock& clock, Delays delays);
 
-    void deliver(const UserNotification& notification) override;
-    [[nodiscard]] const std::vector<DeliveredNotification>&
-    deliveredNotifications() const override {
+    std::uint64_t deliver(const UserNotification& notification) override;
+    [[nodiscard]] const DeliveredNotifications& deliveredNotifications() const override {
         return m_there;
     }
     void removeDelivered(std::uint64_t identifier) override;
@@ -94,7 +93,6 @@ private:
     void noteAction(Number number, const std::string& action);
     void tell(std::uint64_t identifier, ActivationType activationType);
     void forget(std::uint64_t identifier);
-    [[nodiscard]] std::vector<DeliveredNotification>::iterator find(std::uint64_t identifier);
 
     MainLoop& m_loop;
     const Clock& m_clock;
@@ -103,8 +101,7 @@ private:
     ObserverSlot<UserNotificationObserver> m_observer;
 
     std::uint64_t m_count = 0;
-    /// Sorted by identifier, since those grow.
-    std::vector<DeliveredNotification> m_there;
+    DeliveredNotifications m_there;
     std::map<std::uint64_t, Delivery> m_deliveries;
     std::map<Number, std::uint64_t> m_identifiers;
     /// To be sent, in this order. Some may have been removed since.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/handle.h"
+
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -26,8 +28,11 @@ public:
     /// it can be read or the user grants it.
     [[nodiscard]] virtual std::optional<std::string>
     secureFileFromPath(const std::string& path, CreateIfFileExists create) = 0;
-    /// Keeps access to the file. False when that failed.
+    /// Keeps access to the file. False when that failed, or when far too many are kept.
     virtual bool saveSecureFile(const std::string& path) = 0;
+    /// To be held by whoever keeps the access to many files: as long as it lives, what is kept is
+    /// not written down; then all of it is, at once.
+    [[nodiscard]] virtual Handle changeTogether() = 0;
     /// Lets go of the access to files that are gone.
     virtual void cleanSecureFiles() = 0;
     /// To be called around the opening of a file. False when access is no longer granted.

@@ -5,9 +5,9 @@
 #include "propertylist/dictionary.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace plenzo {
 
@@ -35,6 +35,9 @@ struct DeliveredNotification {
     /// Whether it has been on the screen; false while there is nobody to show it.
     bool hasBeenShown = false;
 };
+
+/// By identifier, which grow: in the order of their delivery.
+using DeliveredNotifications = std::map<std::uint64_t, DeliveredNotification>;
 
 /// What the user did with a notification.
 enum class ActivationType {
@@ -67,11 +70,11 @@ public:
     UserNotificationCenter& operator=(const UserNotificationCenter&) = delete;
     virtual ~UserNotificationCenter() = default;
 
-    virtual void deliver(const UserNotification& notification) = 0;
-    /// What was delivered through this object, in that order, without what the user, the desktop
-    /// or we have removed since. Good until the center is used again or the main loop goes on.
-    [[nodiscard]] virtual const std::vector<DeliveredNotification>&
-    deliveredNotifications() const = 0;
+    /// Gives the identifier of what was delivered.
+    virtual std::uint64_t deliver(const UserNotification& notification) = 0;
+    /// What was delivered through this object, without what the user, the desktop or we have
+    /// removed since. Good until the center is used again or the main loop goes on.
+    [[nodiscard]] virtual const DeliveredNotifications& deliveredNotifications() const = 0;
     /// Removes it from the screen, or from what waits for it. Does nothing when it is gone already.
     /// The observer is not told.
     virtual void removeDelivered(std::uint64_t identifier) = 0;

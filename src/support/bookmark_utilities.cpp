@@ -6,35 +6,15 @@
 
 namespace plenzo {
 
-namespace {
-
-const char* keyOf(BookmarkUtilities::Store store) {
-    return store == BookmarkUtilities::Store::Secure ? "secureBookmarks" : "normalBookmarks";
-}
-
-} // namespace
-
 BookmarkUtilities::BookmarkUtilities(Collaborators collaborators)
-    : m_collaborators(std::move(collaborators)) {}
-
-Dictionary BookmarkUtilities::bookmarks(Store store) const {
-    const Value stored = m_collaborators.defaults.valueForKey(keyOf(store));
-    const Dictionary* bookmarks = stored.dictionary();
-    return bookmarks != nullptr ? *bookmarks : Dictionary();
-}
-
-void BookmarkUtilities::setBookmarks(Dictionary bookmarks, Store store) {
-    m_collaborators.defaults.setValues({{keyOf(store), Value(std::move(bookmarks))}});
-}
+    : m_collaborators(std::move(collaborators)), m_stores(m_collaborators.defaults) {}
 
 bool BookmarkUtilities::addBookmarkForFileURL(const std::string& path, Store store) {
     const auto reference = m_collaborators.references.referenceToFile(path);
     if (!reference) {
         return false;
     }
-    Dictionary changed = bookmarks(store);
-    changed.set(path, Value::fromData(*reference));
-    setBookmarks(std::move(changed), store);
+    m_stores.set(path, Value::fromData(*reference), store);
     return true;
 }
 
@@ -48,12 +28,11 @@ bool BookmarkUtilities::addNormalBookmark(const std::string& path) {
 
 std::optional<std::string> BookmarkUtilities::getFileURLFromBookmarkPath(const std::string& path,
                                                                          Store store) {
-    const Dictionary kept = bookmarks(store);
-    const Value* bookmark = kept.find(path);
-    if (bookmark == nullptr) {
+    const Value bookmark = m_stores.bookmark(path, store);
+    if (bookmark.isNothing()) {
         return std::nullopt;
     }
-    const auto reference = bookmark->data().value_or(std::span<const std::byte>());
+    const auto reference = bookmark.data().value_or(std::span<const std::byte>());
     ResolvedReference resolved = m_collaborators.references.resolve(reference);
     if (resolved.state != ReferenceState::Resolved) {
         removeBookmarkWithPath(path, store);
@@ -74,11 +53,7 @@ std::optional<std::string> BookmarkUtilities::getNormalBookmark(const std::strin
 }
 
 void BookmarkUtilities::removeBookmarkWithPath(const std::string& path, Store store) {
-    Dictionary changed = bookmarks(store);
-    if (changed.contains(path)) {
-        changed.remove(path);
-        setBookmarks(std::move(changed), store);
-    }
+    m_stores.remove(path, store);
     clearExpandedURLWithPath(path);
 }
 
@@ -108,8 +83,9 @@ std::optional<std::string> BookmarkUtilities::secureFileURLFromPath(const std::s
     if (auto normal = getNormalBookmark(expanded)) {
         return normal;
     }
-    const bool exists = m_collaborators.references.kindAtPath(expanded) != FileKind::None;
-    return create == CreateIfFileExists::Yes && exists ? readableOrGranted(expanded) : std::nullopt;
+    const bool isFound = create == CreateIfFileExists::Yes &&
+                         m_collaborators.references.kindAtPath(expanded) != FileKind::None;
+    return isFound ? readableOrGranted(expanded) : std::nullopt;
 }
 
 std::optional<std::string> BookmarkUtilities::readableOrGranted(const std::string& path) {
@@ -162,7 +138,7 @@ void BookmarkUtilities::clearExpandedURLWithPath(const std::string& path) {
 }
 
 void BookmarkUtilities::cleanSecureFileURLsInStore(Store store) {
-    const Dictionary all = bookmarks(store);
+    const Dictionary all = m_stores.all(store);
     Dictionary kept;
     for (const auto& [path, bookmark] : all) {
         const std::string name(path.name());
@@ -173,13 +149,27 @@ void BookmarkUtilities::cleanSecureFileURLsInStore(Store store) {
         }
     }
     if (kept.size() != all.size()) {
-        setBookmarks(std::move(kept), store);
+        m_stores.setAll(std::move(kept), store);
     }
 }
 
 void BookmarkUtilities::cleanSecureFileURLs() {
     cleanSecureFileURLsInStore(Store::Secure);
     cleanSecureFileURLsInStore(Store::Normal);
+}
+
+void BookmarkUtilities::willEncodeRestorableState(Dictionary& state) const {
+    Array paths;
+    for (const auto& [path, bookmark] : m_stores.all(Store::Normal)) {
+        const auto reference = bookmark.data().value_or(std::span<const std::byte>());
+        ResolvedReference resolved = m_collaborators.references.resolve(reference);
+        if (resolved.state == ReferenceState::Resolved) {
+            paths.append(Value(resolved.path));
+        }
+    }
+    if (!paths.empty()) {
+        state.set("normalBookmarks", Value(std::move(paths)));
+    }
 }
 
 std::optional<std::vector<std::byte>>
@@ -205,7 +195,8 @@ std::optional<std::string> BookmarkUtilities::secureFileFromPath(const std::stri
 }
 
 bool BookmarkUtilities::saveSecureFile(const std::string& path) {
-    return saveSecureFileURL(path, PreferAppScoped::Yes);
+    return !m_stores.isFullFor(path, Store::Secure) &&
+           saveSecureFileURL(path, PreferAppScoped::Yes);
 }
 
 /// Happens at the end of the session, when nothing else writes the settings.

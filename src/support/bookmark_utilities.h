@@ -5,6 +5,7 @@
 #include "platform/localized_strings.h"
 #include "platform/open_panel.h"
 #include "platform/user_defaults.h"
+#include "support/bookmark_stores.h"
 
 #include <cstddef>
 #include <optional>
@@ -30,8 +31,7 @@ public:
         std::string programName;
     };
 
-    /// The two stores of the settings, each a dictionary of reference data by path.
-    enum class Store { Secure, Normal };
+    using Store = BookmarkStore;
     enum class PreferAppScoped { No, Yes };
 
     explicit BookmarkUtilities(Collaborators collaborators);
@@ -78,21 +78,25 @@ public:
     [[nodiscard]] std::optional<std::string>
     secureFileURLFromTransportData(std::span<const std::byte> transportData) const;
 
+    /// Puts the paths of the normal bookmarks that are found into the state under
+    /// "normalBookmarks", if there are any, for whoever restores the program in the next session.
+    void willEncodeRestorableState(Dictionary& state) const;
+
     [[nodiscard]] std::optional<std::string>
     secureFileFromTransportData(std::span<const std::byte> transportData) const override;
     [[nodiscard]] std::optional<std::string> secureFileFromPath(const std::string& path,
                                                                 CreateIfFileExists create) override;
     bool saveSecureFile(const std::string& path) override;
+    [[nodiscard]] Handle changeTogether() override { return m_stores.changeTogether(); }
     void cleanSecureFiles() override;
     bool startAccessing(const std::string& path) override;
     void stopAccessing(const std::string& path) override;
 
 private:
-    [[nodiscard]] Dictionary bookmarks(Store store) const;
-    void setBookmarks(Dictionary bookmarks, Store store);
     std::optional<std::string> readableOrGranted(const std::string& path);
 
     Collaborators m_collaborators;
+    BookmarkStores m_stores;
     std::set<std::string> m_expandedPaths;
 };
 

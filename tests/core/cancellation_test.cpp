@@ -104,7 +104,7 @@ TEST(ANotificationOfTheHostsRecord, GoesAwayAsARowDoes) {
     test.timers.advanceTo(start);
     const auto shown = [&test] {
         std::vector<std::string> titles;
-        for (const auto& notification : test.notifications.deliveredNotifications()) {
+        for (const auto& [identifier, notification] : test.notifications.deliveredNotifications()) {
             titles.push_back(notification.title);
         }
         return titles;
@@ -141,15 +141,15 @@ TEST(AnAlarm, IsCanceledOnlyByARecordOfItsOccurrence) {
         << "the first entry of that identity counts";
 }
 
+Dictionary record(const std::string& path, int type) {
+    const auto* first = reinterpret_cast<const std::byte*>(path.data());
+    Dictionary reminder = relativeReminder("r", 0, type);
+    reminder.set(keys::book, Value::fromData({first, path.size()}));
+    return event("e", utc(2026, 3, 11), {reminder});
+}
+
 class TheAccessToAFile : public testing::Test {
 protected:
-    static Dictionary record(const std::string& path, int type) {
-        const auto* first = reinterpret_cast<const std::byte*>(path.data());
-        Dictionary reminder = relativeReminder("r", 0, type);
-        reminder.set(keys::book, Value::fromData({first, path.size()}));
-        return event("e", utc(2026, 3, 11), {reminder});
-    }
-
     WindowedAgent test;
 };
 
@@ -164,6 +164,51 @@ TEST_F(TheAccessToAFile, IsKeptWhenARecordComesThatOpensIt) {
     EXPECT_EQ(test.fileAccess.saveCount, 1);
     test.pushDelta({record("/opened", 4), record("/shown", 4)});
     EXPECT_EQ(test.fileAccess.saveCount, 2) << "that of the first is there already";
+}
+
+/// Records of files that are there.
+Array manyRecords(FakeFileAccess& fileAccess, int count) {
+    Array records;
+    for (int number = 0; number < count; ++number) {
+        const std::string path = "/plan " + std::to_string(number);
+        fileAccess.files.insert(path);
+        records.append(record(path, 4));
+    }
+    return records;
+}
+
+TEST_F(TheAccessToAFile, IsKeptOfVeryManyInTurnsAndWrittenOnce) {
+    test.pushFull(manyRecords(test.fileAccess, 5000));
+    EXPECT_GT(test.fileAccess.saveCount, 0);
+    EXPECT_LT(test.fileAccess.saveCount, 500) << "the main loop goes on in between";
+    test.timers.fireDue();
+    EXPECT_EQ(test.fileAccess.kept.size(), 5000U);
+    EXPECT_EQ(test.fileAccess.batchCount, 1);
+}
+
+TEST_F(TheAccessToAFile, IsKeptOfAllBeforeTheEndOfTheSession) {
+    test.agent.applicationDidFinishLaunching();
+    test.pushFull(manyRecords(test.fileAccess, 5000));
+    test.powerNotices.shutDown();
+    EXPECT_EQ(test.fileAccess.kept.size(), 5000U);
+}
+
+TEST_F(TheAccessToAFile, IsKeptOfThoseThatAFullUpdateReplacesNoLonger) {
+    test.pushFull(manyRecords(test.fileAccess, 5000));
+    const int savedCount = test.fileAccess.saveCount;
+    test.fileAccess.files.insert("/new");
+    test.pushFull({record("/new", 4)});
+    test.timers.fireDue();
+    EXPECT_EQ(test.fileAccess.saveCount, savedCount + 1);
+}
+
+TEST_F(TheAccessToAFile, IsAskedForOnceForTheOccurrencesOfOneEvent) {
+    Array records;
+    for (int day = 0; day < 1000; ++day) {
+        records.append(record("/missing", 4));
+    }
+    test.pushFull(std::move(records));
+    EXPECT_EQ(test.fileAccess.resolveCount, 1);
 }
 
 } // namespace

@@ -47,7 +47,7 @@ protected:
     }
     std::vector<std::string> shown() const {
         std::vector<std::string> titles;
-        for (const DeliveredNotification& notification : center.deliveredNotifications()) {
+        for (const auto& [identifier, notification] : center.deliveredNotifications()) {
             titles.push_back(notification.title);
         }
         return titles;
@@ -146,6 +146,21 @@ TEST_F(ANotification, TakesThePlaceOfAnEarlierOneOfItsOccurrence) {
     EXPECT_THAT(opened(), ElementsAre("open quietly plenzoevent://acknowledge/second"));
 }
 
+TEST_F(ANotification, IsFoundAgainAmongTheManyThatCameAndWent) {
+    deliver("kept", "first");
+    for (int number = 0; number < 1000; ++number) {
+        deliver("tea " + std::to_string(number));
+        center.activate("tea " + std::to_string(number), ActivationType::Other);
+    }
+    EXPECT_THAT(shown(), ElementsAre("kept"));
+    delivery.removeNotificationsForUIDPlusDay("tea 999");
+    deliver("tea 0");
+    deliver("kept", "second");
+    EXPECT_THAT(shown(), ElementsAre("tea 0", "kept"));
+    delivery.removeNotificationsForDeletedOrAckdRemindersInEventDict({{keys::uid, "kept"}});
+    EXPECT_THAT(shown(), ElementsAre("tea 0"));
+}
+
 TEST_F(ANotification, IsNotTakenForAnotherWhereIdentitiesAreMissing) {
     Dictionary nameless = tea();
     nameless.remove(keys::uid);
@@ -189,7 +204,7 @@ TEST_F(ANotification, TellsTheHostWhatTheUserDidAndIsGone) {
         {ActivationType::Other, {}}};
     for (const auto& [activationType, commands] : cases) {
         deliver("tea-10");
-        const DeliveredNotification notification = center.deliveredNotifications().front();
+        const DeliveredNotification notification = center.deliveredNotifications().begin()->second;
         delivery.processAlarmUserNotification(notification, activationType);
         EXPECT_EQ(opened(), commands);
         EXPECT_THAT(shown(), IsEmpty());

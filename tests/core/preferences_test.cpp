@@ -36,6 +36,18 @@ TEST(Preferences, AreCopiedBlindlyFromTheHostAndWritten) {
     EXPECT_EQ(test.defaults.synchronizeCount, 1);
 }
 
+TEST(Preferences, OfTheHostLeaveWhatTheAgentKeepsForItself) {
+    TestAgent test;
+    const Dictionary kept{{Key("/home/ana/plan"), Value("reference")}};
+    test.defaults.setValues({{Key("secureBookmarks"), kept}, {Key("normalBookmarks"), kept}});
+    test.agent.prefsUpdated({{Key("secureBookmarks"), Dictionary()},
+                             {Key("alarmsDaysToShow"), 9},
+                             {Key("normalBookmarks"), 1}});
+    EXPECT_EQ(test.defaults.valueForKey("secureBookmarks"), Value(kept));
+    EXPECT_EQ(test.defaults.valueForKey("normalBookmarks"), Value(kept));
+    EXPECT_EQ(test.defaults.integerForKey("alarmsDaysToShow"), 9);
+}
+
 TEST(Preferences, RemoveNotificationsOnlyWhenTheirDeliveryIsSwitchedOff) {
     struct Case {
         bool issueBefore, useBefore, issueAfter, useAfter, removes;

@@ -16,7 +16,7 @@ public:
     void settle() override {}
     std::vector<std::string> onScreen() override {
         std::vector<std::string> titles;
-        for (const DeliveredNotification& notification : m_center.deliveredNotifications()) {
+        for (const auto& [identifier, notification] : m_center.deliveredNotifications()) {
             if (notification.hasBeenShown) {
                 titles.push_back(notification.title);
             }

@@ -55,14 +55,16 @@ protected:
     std::vector<std::string> heard() { return std::exchange(m_journal.heard, {}); }
     std::vector<std::string> there() const {
         std::vector<std::string> titles;
-        for (const DeliveredNotification& notification : m_center.deliveredNotifications()) {
+        for (const auto& [identifier, notification] : m_center.deliveredNotifications()) {
             titles.push_back(notification.title);
         }
         return titles;
     }
     std::uint64_t identifierOf(const std::string& title) const {
         const auto& all = m_center.deliveredNotifications();
-        return std::ranges::find(all, title, &DeliveredNotification::title)->identifier;
+        return std::ranges::find_if(
+                   all, [&title](const auto& there) { return there.second.title == title; })
+            ->first;
     }
 
     static constexpr std::uint32_t expired = PlayedNotificationServer::expired;
@@ -220,7 +222,7 @@ TEST_F(NotificationsOfTheDesktop, AreTriedAgainWhenTheyAreRefused) {
     m_server->refuses = true;
     deliverAndSettle({"a", "b", "removed"});
     m_center.removeDelivered(identifierOf("removed"));
-    EXPECT_FALSE(m_center.deliveredNotifications()[0].hasBeenShown);
+    EXPECT_FALSE(m_center.deliveredNotifications().begin()->second.hasBeenShown);
     settle(); // one more try may have been on its way
     m_server->refuses = false;
     m_bus.runUntil([this] {
@@ -231,7 +233,7 @@ TEST_F(NotificationsOfTheDesktop, AreTriedAgainWhenTheyAreRefused) {
     settle();
     EXPECT_EQ(m_server->onScreen().size(), 2U)
         << "each is tried until it is shown, and then no more";
-    EXPECT_TRUE(m_center.deliveredNotifications()[1].hasBeenShown);
+    EXPECT_TRUE(m_center.deliveredNotifications().rbegin()->second.hasBeenShown);
 }
 
 TEST_F(NotificationsOfTheDesktop, AreNotShownTwiceWhenTheServerDoesNotNumberThem) {

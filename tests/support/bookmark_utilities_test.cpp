@@ -102,6 +102,51 @@ TEST_F(Bookmarks, OfAStaleFileAreRemovedWhenMetAndTheNormalStoreIsNext) {
     EXPECT_TRUE(panel.requests.empty()) << "there is no file to ask for";
 }
 
+TEST_F(Bookmarks, ThatChangeTogetherAreReadAtOnceAndWrittenAtTheEnd) {
+    ASSERT_TRUE(bookmarks.addSecureBookmark(plan));
+    Handle together = bookmarks.changeTogether();
+    EXPECT_FALSE(bookmarks.changeTogether()) << "once is enough";
+    EXPECT_TRUE(bookmarks.addSecureBookmark(list));
+    EXPECT_TRUE(bookmarks.addNormalBookmark(plan));
+    references.put(plan);
+    EXPECT_EQ(bookmarks.getSecureBookmark(plan), Path()) << "stale";
+    EXPECT_EQ(bookmarks.getSecureBookmark(list), list);
+    EXPECT_EQ(secure(), (Paths{plan}));
+    EXPECT_EQ(normal(), Paths());
+    together.reset();
+    EXPECT_EQ(secure(), (Paths{list}));
+    EXPECT_EQ(normal(), (Paths{plan}));
+    EXPECT_TRUE(bookmarks.addSecureBookmark(plan));
+    EXPECT_EQ(secure(), (Paths{list, plan})) << "written at once again";
+}
+
+TEST_F(Bookmarks, AreKeptOfNoMoreFilesThanTheSettingsCanBear) {
+    const Handle together = bookmarks.changeTogether();
+    std::string last;
+    for (int number = 0; number < 30'000; ++number) {
+        const std::string path = "/plans/" + std::to_string(number);
+        references.put(path);
+        last = bookmarks.saveSecureFile(path) ? path : last;
+    }
+    EXPECT_EQ(last, "/plans/19999");
+    references.put(last);
+    EXPECT_EQ(bookmarks.getSecureBookmark(last), Path()) << "stale";
+    EXPECT_TRUE(bookmarks.saveSecureFile(last)) << "it has its place";
+}
+
+TEST_F(Bookmarks, OfTheNormalStoreThatAreFoundMakeTheStateToBeRestored) {
+    Dictionary state;
+    ASSERT_TRUE(bookmarks.addSecureBookmark(plan));
+    bookmarks.willEncodeRestorableState(state);
+    EXPECT_TRUE(state.empty());
+    ASSERT_TRUE(bookmarks.addNormalBookmark(plan));
+    ASSERT_TRUE(bookmarks.addNormalBookmark(list));
+    references.put(plan);
+    bookmarks.willEncodeRestorableState(state);
+    EXPECT_EQ(state, (Dictionary{{Key("normalBookmarks"), Array{list}}}));
+    EXPECT_EQ(normal(), (Paths{plan, list})) << "nothing is removed for that";
+}
+
 TEST_F(Bookmarks, PreferTheSecureStoreWhereAskedTo) {
     EXPECT_TRUE(bookmarks.saveSecureFileURL(plan, PreferAppScoped::Yes));
     EXPECT_TRUE(bookmarks.saveSecureFileURL(list, PreferAppScoped::No));

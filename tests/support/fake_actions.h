@@ -5,6 +5,7 @@
 #include "platform/sounds.h"
 
 #include <algorithm>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -40,6 +41,7 @@ public:
     secureFileFromTransportData(std::span<const std::byte> transportData) const override {
         const std::string path(reinterpret_cast<const char*>(transportData.data()),
                                transportData.size());
+        ++resolveCount;
         return files.contains(path) ? std::optional(path) : std::nullopt;
     }
     [[nodiscard]] std::optional<std::string>
@@ -50,6 +52,10 @@ public:
     bool saveSecureFile(const std::string& path) override {
         ++saveCount;
         return kept.insert(path).second;
+    }
+    [[nodiscard]] Handle changeTogether() override {
+        ++batchCount;
+        return std::make_unique<Registration>();
     }
     void cleanSecureFiles() override {
         std::erase_if(kept, [this](const std::string& path) { return !files.contains(path); });
@@ -63,6 +69,8 @@ public:
     std::set<std::string> kept;
     std::set<std::string> accessed;
     int saveCount = 0;
+    int batchCount = 0;
+    mutable int resolveCount = 0;
     bool grantsAccess = true;
 };
 

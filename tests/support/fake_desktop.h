@@ -9,6 +9,7 @@
 #include "support/fake_user_notification_center.h"
 #include "support/journal.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,16 +24,32 @@ public:
     void open(PlenzoAlarmProtocol& exported) override {
         m_journal.emplace_back("open link");
         agent = &exported;
+        for (const Operation& operation : std::exchange(m_early, {})) {
+            send(operation);
+        }
     }
     void close() override {
         m_journal.emplace_back("close link");
         agent = nullptr;
+        m_isClosed = true;
+    }
+
+    using Operation = std::function<void(PlenzoAlarmProtocol&)>;
+    /// Plays the host. What is sent before the link is open waits for that.
+    void send(const Operation& operation) {
+        if (agent != nullptr) {
+            operation(*agent);
+        } else if (!m_isClosed) {
+            m_early.push_back(operation);
+        }
     }
 
     PlenzoAlarmProtocol* agent = nullptr;
 
 private:
     Journal& m_journal;
+    std::vector<Operation> m_early;
+    bool m_isClosed = false;
 };
 
 class FakeDistributedNotifications final : public DistributedNotifications {

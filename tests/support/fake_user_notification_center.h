@@ -20,20 +20,21 @@ public:
     FakeUserNotificationCenter(Journal& journal, const Clock& clock)
         : m_journal(journal), m_clock(clock) {}
 
-    void deliver(const UserNotification& notification) override {
+    std::uint64_t deliver(const UserNotification& notification) override {
         m_journal.push_back("deliver " + notification.title);
         delivered.push_back(notification);
-        m_there.push_back({.identifier = ++m_count,
-                           .title = notification.title,
-                           .userInformation = notification.userInformation,
-                           .actualDeliveryDate = m_clock.now(),
-                           .hasBeenShown = hasServer});
+        ++m_count;
+        m_there[m_count] = {.identifier = m_count,
+                            .title = notification.title,
+                            .userInformation = notification.userInformation,
+                            .actualDeliveryDate = m_clock.now(),
+                            .hasBeenShown = hasServer};
+        return m_count;
     }
-    [[nodiscard]] const std::vector<DeliveredNotification>&
-    deliveredNotifications() const override {
+    [[nodiscard]] const DeliveredNotifications& deliveredNotifications() const override {
         return m_there;
     }
-    void removeDelivered(std::uint64_t identifier) override { take(identifier); }
+    void removeDelivered(std::uint64_t identifier) override { m_there.erase(identifier); }
     void removeAllDelivered() override {
         m_journal.emplace_back("remove notifications");
         m_there.clear();
@@ -47,20 +48,21 @@ public:
 
     /// What the user does with a notification that is there, by its title: afterwards it is gone.
     void activate(const std::string& title, ActivationType activationType) {
-        const auto found = std::ranges::find(m_there, title, &DeliveredNotification::title);
+        const auto found = std::ranges::find_if(
+            m_there, [&title](const auto& there) { return there.second.title == title; });
         if (found == m_there.end()) {
             return;
         }
-        const DeliveredNotification notification = *found;
+        const DeliveredNotification notification = found->second;
         m_observer.tell(&UserNotificationObserver::didActivateNotification, notification,
                         activationType);
-        take(notification.identifier);
+        m_there.erase(notification.identifier);
     }
 
     /// What waited for a server is on the screen then.
     void startServer() {
         hasServer = true;
-        for (DeliveredNotification& notification : m_there) {
+        for (auto& [identifier, notification] : m_there) {
             notification.hasBeenShown = true;
         }
     }
@@ -71,16 +73,10 @@ public:
     bool hasServer = true;
 
 private:
-    void take(std::uint64_t identifier) {
-        std::erase_if(m_there, [identifier](const DeliveredNotification& notification) {
-            return notification.identifier == identifier;
-        });
-    }
-
     Journal& m_journal;
     const Clock& m_clock;
     ObserverSlot<UserNotificationObserver> m_observer;
-    std::vector<DeliveredNotification> m_there;
+    DeliveredNotifications m_there;
     std::uint64_t m_count = 0;
 };
 

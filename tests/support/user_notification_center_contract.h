@@ -48,18 +48,19 @@ public:
     void keepsWhatWasDelivered() {
         startServer();
         setClock(Instant(1000));
-        deliver("a");
+        const std::uint64_t first = deliver("a");
         setClock(Instant(2000));
-        deliver("b");
+        const std::uint64_t second = deliver("b");
         settle();
-        const auto& there = center().deliveredNotifications();
+        const DeliveredNotifications& there = center().deliveredNotifications();
         ASSERT_EQ(there.size(), 2U);
-        EXPECT_EQ(there[0].title, "a");
-        EXPECT_EQ(there[0].actualDeliveryDate, Instant(1000));
-        EXPECT_EQ(Value(there[1].userInformation), Value(informationOf("b")));
-        EXPECT_EQ(there[1].actualDeliveryDate, Instant(2000));
-        EXPECT_TRUE(there[0].hasBeenShown && there[1].hasBeenShown);
-        EXPECT_NE(there[0].identifier, there[1].identifier);
+        EXPECT_LT(first, second);
+        EXPECT_EQ(there.at(first).identifier, first);
+        EXPECT_EQ(there.at(first).title, "a");
+        EXPECT_EQ(there.at(first).actualDeliveryDate, Instant(1000));
+        EXPECT_EQ(Value(there.at(second).userInformation), Value(informationOf("b")));
+        EXPECT_EQ(there.at(second).actualDeliveryDate, Instant(2000));
+        EXPECT_TRUE(there.at(first).hasBeenShown && there.at(second).hasBeenShown);
         EXPECT_THAT(onScreen(), testing::ElementsAre("a", "b"));
     }
 
@@ -67,11 +68,13 @@ public:
         startServer();
         ActivationJournal journal;
         const Handle handle = center().observe(journal);
-        for (const char* title : {"a", "b", "c", "d"}) {
-            deliver(title);
-        }
+        deliver("a");
+        const std::uint64_t removed = deliver("b");
+        deliver("c");
+        deliver("d");
         settle();
-        center().removeDelivered(center().deliveredNotifications()[1].identifier);
+        center().removeDelivered(removed);
+        center().removeDelivered(removed);
         center().removeDelivered(0);
         settle();
         EXPECT_THAT(onScreen(), testing::ElementsAre("a", "c", "d"));
@@ -107,33 +110,33 @@ public:
 
     void waitsForAServer() {
         deliver("a");
-        deliver("removed");
+        const std::uint64_t removed = deliver("removed");
         deliver("b");
-        center().removeDelivered(center().deliveredNotifications()[1].identifier);
+        center().removeDelivered(removed);
         settle();
         EXPECT_THAT(delivered(), testing::ElementsAre("a", "b"));
-        EXPECT_FALSE(center().deliveredNotifications()[0].hasBeenShown);
+        EXPECT_FALSE(center().deliveredNotifications().begin()->second.hasBeenShown);
         EXPECT_THAT(onScreen(), testing::IsEmpty());
         startServer();
         settle();
         EXPECT_THAT(onScreen(), testing::ElementsAre("a", "b"));
-        EXPECT_TRUE(center().deliveredNotifications()[0].hasBeenShown);
+        EXPECT_TRUE(center().deliveredNotifications().begin()->second.hasBeenShown);
     }
 
 protected:
     static Dictionary informationOf(const std::string& title) {
         return {{keys::eventUidPlusDay, title}};
     }
-    void deliver(const std::string& title) {
+    std::uint64_t deliver(const std::string& title) {
         UserNotification notification;
         notification.title = title;
         notification.actionButtonTitle = "Snooze";
         notification.userInformation = informationOf(title);
-        center().deliver(notification);
+        return center().deliver(notification);
     }
     std::vector<std::string> delivered() {
         std::vector<std::string> titles;
-        for (const DeliveredNotification& notification : center().deliveredNotifications()) {
+        for (const auto& [identifier, notification] : center().deliveredNotifications()) {
             titles.push_back(notification.title);
         }
         return titles;

@@ -17,7 +17,10 @@ class HostCommands:
         (session.folder / "config" / "mimeapps.list").write_text(
             "[Default Applications]\nx-scheme-handler/plenzoevent=host.desktop\n")
 
+    def urls(self):
+        """The commands so far; those of one moment may come in any order."""
+        return sorted(self._notes.read_text().splitlines() if self._notes.exists() else [])
+
     def heard(self):
-        """The commands so far, without their scheme; those of one moment may come in any order."""
-        lines = self._notes.read_text().splitlines() if self._notes.exists() else []
-        return sorted(line.removeprefix("plenzoevent://") for line in lines)
+        """The same, without their scheme."""
+        return [url.removeprefix("plenzoevent://") for url in self.urls()]
