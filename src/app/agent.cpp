@@ -28,6 +28,7 @@
 #include "linux/xdg_folders.h"
 #include "support/bookmark_utilities.h"
 #include "ui/alarm/alarm_window.h"
+#include "ui/controls/open_panel_of_desktop.h"
 #include "ui/controls/palettes.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -86,6 +87,11 @@ std::unique_ptr<BusOnMainLoop> connectToSystemBus(MainLoop& loop, std::function<
     } catch (const sdbus::Error&) {
         return nullptr;
     }
+}
+
+/// Whether windows can be shown.
+bool hasScreen() {
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
 /// Every adapter, and the agent over them.
@@ -147,7 +153,7 @@ private:
 
     /// Null without a screen.
     std::unique_ptr<AlarmWindow> loadAlarmWindow() {
-        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr) {
+        if (!hasScreen()) {
             return nullptr;
         }
         return AlarmWindow::load({.window = {.interfaceFiles = m_interfaceFiles,
@@ -164,8 +170,7 @@ private:
     /// Without a wish of the user's, the colours are those of the desktop's theme, if it has one.
     static void follow(const DesktopAppearance& appearance) {
         using Scheme = DesktopAppearance::ColorScheme;
-        const bool isApplication = qobject_cast<QApplication*>(qApp) != nullptr;
-        if (!isApplication) {
+        if (!hasScreen()) {
             return;
         }
         QApplication::setPalette(QPalette());
@@ -190,10 +195,13 @@ private:
     FilesOnDisk m_files;
     FileUserDefaults m_defaults;
     FileReferencesOfSystem m_fileReferences;
+    /// Null without a screen.
+    std::unique_ptr<OpenPanelOfDesktop> m_openPanel =
+        hasScreen() ? std::make_unique<OpenPanelOfDesktop>(activateIgnoringOtherPrograms) : nullptr;
     BookmarkUtilities m_bookmarks{{.defaults = m_defaults,
                                    .references = m_fileReferences,
                                    .strings = m_strings,
-                                   .openPanel = nullptr,
+                                   .openPanel = m_openPanel.get(),
                                    .programName = programName}};
     CanberraPlayer m_soundPlayer;
     NamedSounds m_sounds{soundFoldersOfUser(resourceFolder()), m_soundPlayer};

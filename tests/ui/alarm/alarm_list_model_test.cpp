@@ -22,10 +22,9 @@ protected:
             row.title = std::to_string(number);
             model.appendRow(row);
         }
-        QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
-                         [this](const QModelIndex&, int first, int last) {
-                             removed.emplace_back(first, last);
-                         });
+        QObject::connect(
+            &model, &QAbstractItemModel::rowsRemoved, &model,
+            [this](const QModelIndex&, int first, int last) { removed.emplace_back(first, last); });
     }
 
     [[nodiscard]] std::string titles() const {
