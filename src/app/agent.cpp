@@ -34,6 +34,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <QApplication>
+#include <QSessionManager>
 #include <QStyle>
 #include <cstdio>
 #include <functional>
@@ -119,6 +120,7 @@ public:
         m_userNotificationCenter.setSounds(
             {.pathOf = [this](const std::string& name) { return m_sounds.pathOf(name); },
              .play = [this](const std::string& name) { m_sounds.play(name); }});
+        hearOfSessionsEnd();
         m_hostLink.setDisconnected([this] { m_loop.quit(0); });
     }
 
@@ -181,6 +183,22 @@ private:
         QApplication::setPalette(
             palette(appearance.colorScheme == Scheme::Dark ? Brightness::Dark : Brightness::Light,
                     appearance.highContrast ? Contrast::High : Contrast::Usual));
+    }
+    /// From session managers that speak to the screen's clients rather than over the bus. They are
+    /// not to start the agent with the next session: the host does.
+    void hearOfSessionsEnd() {
+        if (!hasScreen()) {
+            return;
+        }
+        const auto neverRestart = [](QSessionManager& manager) {
+            manager.setRestartHint(QSessionManager::RestartNever);
+        };
+        QObject::connect(qApp, &QGuiApplication::saveStateRequest, qApp, neverRestart,
+                         Qt::DirectConnection);
+        QObject::connect(
+            qApp, &QGuiApplication::commitDataRequest, qApp,
+            [this](QSessionManager& /*manager*/) { m_powerNotices.sessionEnds(); },
+            Qt::DirectConnection);
     }
     WindowControllers windowControllers() {
         return {.alarmWindow = m_alarmWindow ? &m_alarmWindow->controller() : nullptr};

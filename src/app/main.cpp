@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <memory>
 #include <string>
 
@@ -21,6 +23,18 @@ QIcon windowIcon() {
     return QIcon::fromTheme("org.plenzo.PlenzoAlarm", QIcon(QDir::cleanPath(file)));
 }
 
+/// The toolkit's own texts, in its dialogs, in the user's language, where they are installed.
+void translateToolkit(QApplication& application) {
+    auto* translator = new QTranslator(&application);
+    for (const std::string& language : plenzo::languagesOfUser()) {
+        if (translator->load("qtbase_" + QString::fromStdString(language),
+                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QCoreApplication::installTranslator(translator);
+            return;
+        }
+    }
+}
+
 /// Without a screen the agent works all the same; its alarms are notifications then.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
     if (!plenzo::displayIsThere()) {
@@ -31,6 +45,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
     QApplication::setDesktopFileName("org.plenzo.PlenzoAlarm");
     QApplication::setWindowIcon(windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
+    translateToolkit(*application);
     return application;
 }
 

@@ -24,6 +24,8 @@ public:
 
     /// To be told when the system's bus has gone.
     void systemBusLost();
+    /// To be told by whoever hears of the session's end in another way; it cannot be taken back.
+    void sessionEnds() { m_slot.tell(&PowerObserver::shuttingDown); }
 
 private:
     void goingToSleep() override { m_slot.tell(&PowerObserver::goingToSleep); }

@@ -102,11 +102,14 @@ bool AlarmRowDelegate::editorEvent(QEvent* event, QAbstractItemModel* /*model*/,
         return false;
     }
     if (event->type() == QEvent::MouseButtonRelease) {
-        if (part == std::exchange(m_pressedPart, AlarmCellPart::None)) {
+        const bool isClick = part == m_pressedPart && m_pressedIndex == index;
+        m_pressedPart = AlarmCellPart::None;
+        if (isClick) {
             perform(part, index.row());
         }
     } else {
         m_pressedPart = part;
+        m_pressedIndex = index;
     }
     return part != AlarmCellPart::None;
 }

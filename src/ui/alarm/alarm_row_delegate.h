@@ -53,6 +53,7 @@ private:
     Actions m_actions;
     QPersistentModelIndex m_hotIndex;
     AlarmCellPart m_hotPart = AlarmCellPart::None;
+    QPersistentModelIndex m_pressedIndex;
     AlarmCellPart m_pressedPart = AlarmCellPart::None;
 };
 
