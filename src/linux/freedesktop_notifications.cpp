@@ -70,8 +70,12 @@ void FreedesktopNotifications::sendWaiting() {
 void FreedesktopNotifications::send(std::uint64_t identifier,
                                     const UserNotification& notification) {
     ++m_onTheirWay;
-    const auto& soundName = notification.soundName;
-    m_server.notify(notification, soundName ? soundPath(*soundName) : std::nullopt,
+    UserNotification sent = notification;
+    if (m_server.playsSounds() &&
+        (m_there[identifier].hasBeenShown || !takesTurnToSound(notification))) {
+        sent.soundName.reset();
+    }
+    m_server.notify(sent, sent.soundName ? soundPath(*sent.soundName) : std::nullopt,
                     [this, identifier](NotificationServer::Answer answer, Number number) {
                         noteAnswer(identifier, answer, number);
                     });
@@ -107,14 +111,22 @@ void FreedesktopNotifications::noteShown(std::uint64_t identifier, Number number
 }
 
 /// Alarms that come together make one sound.
-void FreedesktopNotifications::playSoundOf(std::uint64_t identifier) {
-    const auto& name = m_deliveries[identifier].notification.soundName;
-    if (!name || m_server.playsSounds() || !m_sounds.play || m_soundPause) {
-        return;
+bool FreedesktopNotifications::takesTurnToSound(const UserNotification& notification) {
+    if (!notification.soundName || m_soundPause) {
+        return false;
     }
     m_soundPause =
         m_loop.after(m_delays.shortestSoundPauseMilliseconds, [this] { m_soundPause.reset(); });
-    m_sounds.play(name->empty() ? notificationsound::ofDesktop : *name);
+    return true;
+}
+
+void FreedesktopNotifications::playSoundOf(std::uint64_t identifier) {
+    const UserNotification& notification = m_deliveries[identifier].notification;
+    if (m_server.playsSounds() || !m_sounds.play || !takesTurnToSound(notification)) {
+        return;
+    }
+    const std::string& name = *notification.soundName;
+    m_sounds.play(name.empty() ? notificationsound::ofDesktop : name);
 }
 
 void FreedesktopNotifications::noteRefused(std::uint64_t identifier) {

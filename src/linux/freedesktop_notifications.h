@@ -32,7 +32,7 @@ public:
         /// After which a refused delivery is tried again; twice as long after each time.
         int retryMilliseconds = 30'000;
         int longestRetryMilliseconds = 3'600'000;
-        /// From one sound that we play to the next.
+        /// From one sound, whoever plays it, to the next.
         int shortestSoundPauseMilliseconds = 3'000;
     };
     /// The named sounds.
@@ -86,6 +86,8 @@ private:
     [[nodiscard]] std::optional<std::string> soundPath(const std::string& name) const {
         return m_sounds.pathOf ? m_sounds.pathOf(name) : std::nullopt;
     }
+    /// Whether it has a sound and may make it now; until the next one's turn.
+    bool takesTurnToSound(const UserNotification& notification);
     void playSoundOf(std::uint64_t identifier);
     void noteRefused(std::uint64_t identifier);
     void retryRefused();

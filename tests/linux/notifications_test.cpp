@@ -119,6 +119,14 @@ protected:
         settle();
     }
     std::map<std::string, sdbus::Variant>& hints() { return m_server->shown.back().hints; }
+    /// Of each that was shown, whether the server was to play something.
+    std::vector<bool> soundsSent() const {
+        std::vector<bool> sent;
+        for (const auto& shown : m_server->shown) {
+            sent.push_back(shown.hints.contains("sound-file"));
+        }
+        return sent;
+    }
 
     std::vector<std::string> m_played;
 };
@@ -127,11 +135,27 @@ TEST_F(SoundsOfNotifications, ArePlayedByAServerThatCan) {
     start({"body", "sound"});
     deliverWithSound("Basso");
     EXPECT_EQ(hints()["sound-file"].get<std::string>(), "/b.wav");
-    deliverWithSound("Unknown");
-    EXPECT_EQ(hints()["sound-name"].get<std::string>(), "Unknown");
     EXPECT_THAT(m_played, IsEmpty());
     EXPECT_TRUE(m_center.hasSoundNamed("Basso"));
     EXPECT_FALSE(m_center.hasSoundNamed("Unknown"));
+}
+
+TEST_F(SoundsOfNotifications, GoByTheirNamesToAServerThatMayKnowThem) {
+    start({"body", "sound"});
+    deliverWithSound("Unknown");
+    EXPECT_EQ(hints()["sound-name"].get<std::string>(), "Unknown");
+}
+
+TEST_F(SoundsOfNotifications, AreOneForThoseThatComeTogetherAtAServerThatCan) {
+    start({"body", "sound"});
+    deliverWithSound(std::nullopt);
+    for (int number = 0; number < 3; ++number) {
+        deliverWithSound("Basso");
+    }
+    EXPECT_THAT(soundsSent(), ElementsAre(false, true, false, false));
+    end();
+    start({"body", "sound"});
+    EXPECT_THAT(soundsSent(), ElementsAre(false, false, false, false)) << "seen, not heard again";
 }
 
 TEST_F(SoundsOfNotifications, ArePlayedHereForAServerThatCannotOneForThoseThatComeTogether) {
