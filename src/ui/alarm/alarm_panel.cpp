@@ -89,7 +89,7 @@ bool AlarmPanel::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void AlarmPanel::noteModifiers(const QEvent& event) {
+void AlarmPanel::noteModifiers(const QEvent& event) const {
     if (event.type() != QEvent::KeyPress && event.type() != QEvent::KeyRelease) {
         return;
     }

@@ -40,7 +40,7 @@ protected:
 
 private:
     [[nodiscard]] std::function<void()> handlerFor(QEvent::Type type) const;
-    void noteModifiers(const QEvent& event);
+    void noteModifiers(const QEvent& event) const;
 
     Handlers m_handlers;
     bool m_closesSilently = false;

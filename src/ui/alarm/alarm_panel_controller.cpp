@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
+#include <ranges>
 #include <utility>
 
 namespace plenzo {
@@ -180,8 +181,8 @@ void AlarmPanelController::redrawOrCloseAlarmWindowAfterDeletingAlarms(const Ind
         return;
     }
     const Indices selected = m_collaborators.list.selectedRows();
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(*row));
+    for (const std::size_t row : rows | std::views::reverse) {
+        m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(row));
     }
     m_collaborators.list.removeRows(rows);
     if (m_rows.empty()) {

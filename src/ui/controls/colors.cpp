@@ -48,9 +48,9 @@ QColor readableOn(const QColor& background) {
 }
 
 QColor mutedText(const QColor& text, const QColor& background, double fraction) {
-    constexpr double step = 0.05;
-    for (double muting = fraction; muting > 0; muting -= step) {
-        const QColor muted = blended(text, background, muting);
+    constexpr int steps = 8;
+    for (int step = steps; step > 0; --step) {
+        const QColor muted = blended(text, background, fraction * step / steps);
         if (contrastRatio(muted, background) >= readableContrast) {
             return muted;
         }
