@@ -85,7 +85,7 @@ void KeptFileAccess::saveFirst(std::size_t count) {
     }
 }
 
-void KeptFileAccess::saveSecureFile(std::span<const std::byte> transportData) {
+void KeptFileAccess::saveSecureFile(std::span<const std::byte> transportData) const {
     FileAccess& files = *m_collaborators.fileAccess;
     const auto path = files.secureFileFromTransportData(transportData);
     if (path && !files.secureFileFromPath(*path, FileAccess::CreateIfFileExists::No)) {

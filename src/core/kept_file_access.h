@@ -41,7 +41,7 @@ public:
 private:
     void note(const Value& transportData);
     void saveFirst(std::size_t count);
-    void saveSecureFile(std::span<const std::byte> transportData);
+    void saveSecureFile(std::span<const std::byte> transportData) const;
 
     Collaborators m_collaborators;
     /// The references of the files, in their order, and the same to look them up.
