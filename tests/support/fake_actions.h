@@ -5,6 +5,7 @@
 #include "platform/sounds.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,9 +25,9 @@ public:
 
 class FakeMailer final : public Mailer {
 public:
-    bool mail(const MailMessage& message) override {
+    void mail(const MailMessage& message, std::function<void(bool)> finished) override {
         sent.push_back(message);
-        return works;
+        finished(works);
     }
 
     std::vector<MailMessage> sent;
