@@ -7,6 +7,7 @@
 #include "linux/bus_on_main_loop.h"
 #include "linux/bus_thread.h"
 #include "linux/canberra_player.h"
+#include "linux/delays_on_main_loop.h"
 #include "linux/desktop_appearance.h"
 #include "linux/disposal_on_bus_thread.h"
 #include "linux/distributed_notifications_on_bus.h"
@@ -16,10 +17,12 @@
 #include "linux/freedesktop_notifications.h"
 #include "linux/host_link_on_bus.h"
 #include "linux/inspector_on_bus.h"
+#include "linux/mail_clients_of_desktop.h"
 #include "linux/main_string_table.h"
 #include "linux/named_sounds.h"
 #include "linux/power_notices_of_system.h"
 #include "linux/regional_settings_of_system.h"
+#include "linux/script_runner_of_system.h"
 #include "linux/system_clock.h"
 #include "linux/system_settings_watch.h"
 #include "linux/termination_signals.h"
@@ -27,6 +30,7 @@
 #include "linux/workspace_of_desktop.h"
 #include "linux/xdg_folders.h"
 #include "support/bookmark_utilities.h"
+#include "support/mail_utilities.h"
 #include "ui/alarm/alarm_window.h"
 #include "ui/controls/open_panel_of_desktop.h"
 #include "ui/controls/palettes.h"
@@ -52,6 +56,12 @@ constexpr const char* programName = "plenzoalarm";
 std::string preferencesPath(const XdgFolders& folders) {
     const std::string parent = XdgFolders::configuration().value_or(folders.temporary());
     return parent + "/" + folderName + "/Preferences.plist";
+}
+
+MailScripts::Folders mailScriptFolders(const XdgFolders& folders) {
+    const auto ofUser = folders.applicationSupport();
+    return {.ofUser = ofUser ? *ofUser + "/" + folderName + "/Scripts" : std::string(),
+            .ofAgent = resourceFolder() + "/scripts"};
 }
 
 /// The two connections to the session's bus, or a reason why there are none.
@@ -150,6 +160,7 @@ private:
                 .systemChangeNotices = m_systemSettings,
                 .disposal = m_disposal,
                 .fileAccess = &m_bookmarks,
+                .mailer = &m_mailer,
                 .sounds = &m_sounds};
     }
 
@@ -223,6 +234,13 @@ private:
                                    .programName = programName}};
     CanberraPlayer m_soundPlayer;
     NamedSounds m_sounds{soundFoldersOfUser(resourceFolder()), m_soundPlayer};
+    MailClientsOfDesktop m_mailClients{m_loop};
+    ScriptRunnerOfSystem m_scripts{m_loop};
+    DelaysOnMainLoop m_delays{m_loop};
+    MailUtilities m_mailer{{.clients = m_mailClients,
+                            .scripts = m_scripts,
+                            .delays = m_delays,
+                            .scriptFolders = mailScriptFolders(m_folders)}};
     BusOnMainLoop m_desktopBus;
     std::unique_ptr<BusOnMainLoop> m_systemBus;
     FreedesktopNotifications m_userNotificationCenter;

@@ -79,7 +79,7 @@ void AlarmActions::openSecureFile(std::span<const std::byte> transportData) {
 
 void AlarmActions::sendMail(const Alarm& alarm) {
     if (!alarm.reminderDict->boolForKey(keys::email) && m_collaborators.mailer != nullptr) {
-        m_collaborators.mailer->mail(message(alarm));
+        m_collaborators.mailer->mail(message(alarm), [](bool /*isTaken*/) {});
     }
 }
 

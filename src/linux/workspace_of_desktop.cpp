@@ -1,6 +1,7 @@
 #include "linux/workspace_of_desktop.h"
 
 #include "linux/activation_token.h"
+#include "linux/desktop_programs.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
@@ -12,20 +13,8 @@ namespace plenzo {
 
 namespace {
 
-struct Unreference {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <typename Object>
-using Owned = std::unique_ptr<Object, Unreference>;
-
-struct Free {
-    void operator()(gpointer memory) const { g_free(memory); }
-};
-
 using Token = std::optional<std::string>;
 
-/// The variables by which a started program learns its token, of X and of Wayland.
-constexpr const char* tokenVariables[] = {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"};
 /// The same for a program that is called on the bus.
 constexpr const char* tokenEntries[] = {"desktop-startup-id", "activation-token"};
 
@@ -45,20 +34,6 @@ Owned<GAppInfo> defaultProgramFor(const std::string& url) {
         return Owned<GAppInfo>(g_file_query_default_handler(file.get(), nullptr, nullptr));
     }
     return Owned<GAppInfo>(g_app_info_get_default_for_uri_scheme(scheme.get()));
-}
-
-/// The bus name of a program whose desktop entry says that it can be called; otherwise empty.
-std::string busNameOf(GAppInfo* program) {
-    constexpr std::string_view ending = ".desktop";
-    const char* entryName = g_app_info_get_id(program);
-    std::string name = entryName != nullptr ? entryName : "";
-    if (!G_IS_DESKTOP_APP_INFO(program) || !name.ends_with(ending) ||
-        g_desktop_app_info_get_boolean(G_DESKTOP_APP_INFO(program), "DBusActivatable") == FALSE) {
-        return {};
-    }
-    name.resize(name.size() - ending.size());
-    const bool isBusName = g_dbus_is_name(name.c_str()) && !g_dbus_is_unique_name(name.c_str());
-    return isBusName ? name : std::string();
 }
 
 /// As the Desktop Entry Specification makes it of the name.
@@ -83,14 +58,7 @@ GVariant* openArguments(const std::string& url, const Token& token) {
 }
 
 void start(GAppInfo* program, const std::string& url, const Token& token) {
-    const Owned<GAppLaunchContext> context(g_app_launch_context_new());
-    for (const char* variable : tokenVariables) {
-        if (token) {
-            g_app_launch_context_setenv(context.get(), variable, token->c_str());
-        } else {
-            g_app_launch_context_unsetenv(context.get(), variable);
-        }
-    }
+    const Owned<GAppLaunchContext> context = launchContext(token);
     std::string argument = url;
     GList urls{.data = argument.data(), .next = nullptr, .prev = nullptr};
     g_app_info_launch_uris(program, &urls, context.get(), nullptr);
@@ -126,14 +94,10 @@ public:
     }
 
 private:
-    /// GLib tells the bus what it starts too. Left to itself it would connect each time, and end
-    /// the whole program with the bus.
+    /// GLib tells the bus what it starts too.
     void connect() {
         if (!m_bus) {
-            m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-        }
-        if (m_bus) {
-            g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
+            m_bus = sessionBusOfGLib();
         }
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ struct MailRecipient {
 
 /// A message to several people, each of whom gets one of their own. All texts in UTF-8.
 struct MailMessage {
-    /// The path of a file; empty when there is none.
+    /// The absolute path of a file; empty when there is none.
     std::string attachment;
     std::vector<MailRecipient> recipients;
     std::string subject;
@@ -29,8 +30,10 @@ public:
     Mailer& operator=(const Mailer&) = delete;
     virtual ~Mailer() = default;
 
-    /// Hands the message to the client. False when there is none that can be made to take it.
-    virtual bool mail(const MailMessage& message) = 0;
+    /// Hands the message to the client, and then says once whether the client has taken it. False
+    /// when there is no client that can be made to, or it would not. May answer from within the
+    /// call.
+    virtual void mail(const MailMessage& message, std::function<void(bool)> finished) = 0;
 };
 
 } // namespace plenzo

@@ -42,6 +42,18 @@ PrivateDesktop::PrivateDesktop() {
     addEntry("org.plenzo.Called-1", "plenzo-called", called + "/bin/false");
     addEntry("org.plenzo.Absent", "plenzo-absent", called + "/bin/false");
     addEntry("crooked", "plenzo-crooked", called + addProgram("crooked") + " %u");
+    addEntry("birdmail", "mailto",
+             "Exec=env A=b " +
+                 addProgram("birdmail", "while [ -d '" + m_folder.path().string() +
+                                            "' ] && ! rm '" + m_folder.file("end") +
+                                            "' 2>/dev/null; do sleep 0.02; done; echo ended >'" +
+                                            m_folder.file("notes") + "'") +
+                 " %u");
+}
+
+std::string PrivateDesktop::endMailClient() {
+    std::ofstream(m_folder.file("end")) << "now";
+    return nextStart();
 }
 
 void PrivateDesktop::setEnvironment() const {

@@ -19,6 +19,7 @@ namespace plenzo {
 ///     plenzo-called   is called on the bus as org.plenzo.Called-1, if somebody serves that
 ///     plenzo-absent   is called on the bus, where nobody has its name or can be started for it
 ///     plenzo-crooked  says that it is called on the bus, but its entry's name is no bus name
+///     mailto          "birdmail", which notes the same and runs until it is told to end
 class PrivateDesktop {
 public:
     static PrivateDesktop& instance();
@@ -27,6 +28,9 @@ public:
     /// program, the number of arguments, the first one and both token variables, separated by
     /// spaces. Waits until there is one, but not for ever.
     [[nodiscard]] std::string nextStart();
+
+    /// Waits until the running one says "ended".
+    std::string endMailClient();
 
     [[nodiscard]] const std::string& busAddress() const { return m_bus.address(); }
 

@@ -5,6 +5,7 @@
 #include "platform/sounds.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -25,9 +26,9 @@ public:
 
 class FakeMailer final : public Mailer {
 public:
-    bool mail(const MailMessage& message) override {
+    void mail(const MailMessage& message, std::function<void(bool)> finished) override {
         sent.push_back(message);
-        return works;
+        finished(works);
     }
 
     std::vector<MailMessage> sent;

@@ -1,0 +1,133 @@
+"""E-mail alarms, which go through the script of the user's mail client."""
+import time
+import unittest
+
+from support.host_commands import HostCommands
+from support.notification_server import NotificationServer
+from support.system_test import SystemTest
+from support.values import event, in_seconds, now_seconds, reminder
+
+MAIL = 2
+SIX_ITEMS_AND_THE_NAME = 7
+REFERENCE_SECONDS_SINCE_1970 = time.time() - now_seconds()
+
+
+class MailAlarms(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.host = HostCommands(self.session)
+        self.notes = self.session.folder / "mails"
+        self.scripts = self.session.folder / "data" / "PlenzoAlarm" / "Scripts"
+        self.scripts.mkdir(parents=True)
+
+    def program(self, path, *lines):
+        path.write_text("\n".join(["#!/bin/sh", f"cd '{self.session.folder}'", *lines, ""]))
+        path.chmod(0o700)
+
+    def install_client(self, name, terminal, *lines):
+        """The default for mail."""
+        program = self.session.folder / name
+        self.program(program, *lines)
+        applications = self.session.folder / "data" / "applications"
+        (applications / f"{name}.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName={name}\nExec={program} %u\n"
+            f"Terminal={str(terminal).lower()}\nMimeType=x-scheme-handler/mailto;\n")
+        with open(self.session.folder / "config" / "mimeapps.list", "a") as defaults:
+            defaults.write(f"x-scheme-handler/mailto={name}.desktop\n")
+
+    def install_script(self, name, *lines):
+        """The user's own; it notes its arguments."""
+        self.program(self.scripts / name, "printf '%s\\0' \"$@\" >>mails",
+                     'echo "$PLENZO_MAIL_CLIENT" >>clients', *lines)
+
+    def mails(self):
+        """The arguments of each call."""
+        texts = self.notes.read_bytes().decode().split("\0")[:-1] if self.notes.exists() else []
+        size = SIX_ITEMS_AND_THE_NAME
+        return [texts[start:start + size] for start in range(0, len(texts), size)]
+
+    def start_with_notifications(self):
+        self.server = NotificationServer(self.session.connect())
+        agent = self.start_agent()
+        self.link.deliver_alarms()
+        return agent
+
+    def push_mail(self, uid, recipients, seconds=2, **more):
+        due = in_seconds(seconds)
+        self.link.push([event(uid, due, reminder(uid, kind=MAIL, to=recipients), **more),
+                        event("shown", due, reminder("shown"))])
+        return due
+
+    def wait_for_acknowledgement(self, uid):
+        self.wait_until(lambda: any("acknowledge" in command and uid in command
+                                    for command in self.host.heard()),
+                        f"{uid} is acknowledged; heard {self.host.heard()}")
+
+    def test_run_the_users_script_once_for_each_recipient(self):
+        self.install_client("birdmail", True)
+        self.install_script("birdmail.desktop")
+        self.start_with_notifications()
+        title = "$(touch touched) `touch touched`; 'a' \"b\" \\ \u202eüber"
+        notes = "first\nBcc: x@y\n.\n" + "€" * 50_000
+        self.push_mail("review", ["ana@example.org", "", "-x@example.org", "bo@example.org"],
+                       title=title, notes=notes)
+        self.wait_until(lambda: len(self.mails()) == 2, "two mails")
+        self.wait_for_acknowledgement("review")
+        first, second = self.mails()
+        self.assertEqual(first[:2], ["mail_attachment", f"Plenzo Alarm - {title}"])
+        self.assertIn(f"\n\n{title}\n\nfirst\nBcc: x@y\n.\n€€€", first[2])
+        self.assertTrue(first[2].endswith("€…"), first[2][-5:])
+        self.assertEqual(first[3:], ["", "1", "ana@example.org", ""])
+        self.assertEqual(second, first[:5] + ["bo@example.org", ""])
+        self.assertEqual((self.session.folder / "clients").read_text(), "birdmail\nbirdmail\n")
+        self.assertFalse((self.session.folder / "touched").exists())
+
+    def test_hold_up_neither_other_alarms_nor_the_agents_end_when_the_script_hangs(self):
+        self.install_client("birdmail", True)
+        folder = self.session.folder
+        self.install_script("birdmail", f"trap '' TERM; while [ -d '{folder}' ]; do sleep 1; done")
+        agent = self.start_with_notifications()
+        due = self.push_mail("review", ["ana@example.org", "bo@example.org"])
+        self.wait_until(lambda: "shown" in self.server.summaries(), "the other alarm")
+        shown = next(one for one in self.server.delivered if one.summary == "shown")
+        late = shown.seconds_since_1970 - REFERENCE_SECONDS_SINCE_1970 - due.seconds
+        self.assertLess(late, 1)
+        self.wait_for_acknowledgement("review")
+        self.wait_until(lambda: len(self.mails()) == 1, "the script runs")
+        begin = time.monotonic()
+        self.assertEqual(agent.ask_to_end(), 0)
+        self.assertLess(time.monotonic() - begin, 10)
+        self.assertEqual(len(self.mails()), 1)
+
+    def test_give_a_client_that_is_launched_five_seconds(self):
+        self.install_client("birdmail", False, "date +%s.%N >>launches",
+                            f"while [ -d '{self.session.folder}' ]; do sleep 1; done")
+        self.install_script("birdmail", "date +%s.%N >>calls")
+        self.start_with_notifications()
+        self.push_mail("review", ["ana@example.org", "bo@example.org"])
+        self.wait_until(lambda: len(self.mails()) == 2, "two mails")
+        launch, = self.times("launches")
+        self.wait_until(lambda: len(self.times("calls")) == 2, "two calls")
+        self.assertGreater(self.times("calls")[0] - launch, 4.5)
+        self.push_mail("retro", ["cy@example.org"])
+        self.wait_until(lambda: len(self.mails()) == 3, "the third mail")
+        self.assertEqual(len(self.times("launches")), 1)
+
+    def times(self, name):
+        path = self.session.folder / name
+        return [float(line) for line in path.read_text().split()] if path.exists() else []
+
+    def test_are_done_also_without_a_client_or_a_script(self):
+        agent = self.start_with_notifications()
+        self.push_mail("nobody", ["ana@example.org"])
+        self.wait_for_acknowledgement("nobody")
+        self.install_client("birdmail", True)
+        self.push_mail("unknown", ["ana@example.org"])
+        self.wait_for_acknowledgement("unknown")
+        self.wait_until(lambda: "shown" in self.server.summaries(), "the agent lives on")
+        self.assertEqual(agent.ask_to_end(), 0)
+        self.assertEqual(agent.errors(), "")
+
+
+if __name__ == "__main__":
+    unittest.main()
