@@ -32,7 +32,7 @@ Array sourceListOf(const std::vector<Calendar>& calendars) {
 AgentPush agentPush(const CalendarSet& set, const ExpansionWindow& window) {
     AgentPush push;
     push.preferences = {{Key("alarmsIssueAlarms"), true},
-                        {Key("alarmsUseNotificationCenter"), true}};
+                        {Key("alarmsUseNotificationCenter"), false}};
     push.sourceList = sourceListOf(set.calendars);
     push.problems = set.problems;
     for (const Calendar& calendar : set.calendars) {

@@ -114,7 +114,7 @@ TEST_F(ACalendarSet, BecomesASourceListWithOneHeading) {
     EXPECT_EQ(node.integerForKey("colInt"), 0xFF0000);
     EXPECT_EQ(node.stringForKey("uid"), push.events[0].dictionary()->stringForKey("cuid"));
     EXPECT_EQ(push.preferences, (Dictionary{{Key("alarmsIssueAlarms"), true},
-                                            {Key("alarmsUseNotificationCenter"), true}}));
+                                            {Key("alarmsUseNotificationCenter"), false}}));
 }
 
 } // namespace plenzo
