@@ -1,6 +1,7 @@
 #include "linux/sound_files.h"
 
 #include "linux/environment.h"
+#include "linux/sound_themes.h"
 #include "linux/wire/bus_text.h"
 #include "linux/xdg_folders.h"
 
@@ -23,8 +24,6 @@ constexpr const char* endings[] = {".oga", ".ogg", ".wav"};
 constexpr const char* disabledEnding = ".disabled";
 /// The output profile that every theme has.
 constexpr const char* profile = "stereo";
-/// Every theme falls back to it.
-constexpr const char* commonTheme = "freedesktop";
 
 bool isSoundName(const std::string& name) {
     return !name.empty() && name.size() <= longestNameBytes && name != "." && name != ".." &&
@@ -58,7 +57,8 @@ SoundFolders soundFoldersOfUser(const std::string& resourceFolder) {
     for (std::string& folder : folders) {
         folder += "/sounds";
     }
-    return {.folders = std::move(folders), .themes = {commonTheme}};
+    auto themes = soundThemesFrom(configuredSoundTheme(), folders);
+    return {.folders = std::move(folders), .themes = std::move(themes)};
 }
 
 std::optional<std::string> SoundFiles::pathOf(const std::string& name) const {

@@ -14,7 +14,8 @@ struct SoundFolders {
     std::vector<std::string> themes;
 };
 
-/// The agent's own folder, and those of the XDG Base Directory Specification, from the environment.
+/// The agent's own folder, and those of the XDG Base Directory Specification, from the environment;
+/// the theme that the desktop's settings name, and those that it inherits.
 [[nodiscard]] SoundFolders soundFoldersOfUser(const std::string& resourceFolder);
 
 /// The files of named sounds. A name is never a path: what lies outside of the folders, be it by a

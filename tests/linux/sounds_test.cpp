@@ -1,4 +1,5 @@
 #include "linux/named_sounds.h"
+#include "linux/sound_themes.h"
 #include "support/environment_variable.h"
 #include "support/temporary_folder.h"
 
@@ -165,7 +166,7 @@ TEST(TheFoldersOfSounds, AreOursTheUsersAndTheSystems) {
                     ElementsAre("/own/sounds", "/data/sounds", "/usr/local/share/sounds",
                                 "/usr/share/sounds"));
     }
-    EXPECT_THAT(soundFoldersOfUser("/own").themes, ElementsAre("freedesktop"));
+    EXPECT_EQ(soundFoldersOfUser("/own").themes.back(), "freedesktop");
 }
 
 class WaveFile {
@@ -223,6 +224,26 @@ TEST_P(OurSound, IsAShortNormalisedWaveFileThatEndsInSilence) {
 INSTANTIATE_TEST_SUITE_P(OfTheAgent, OurSound,
                          testing::Values("Basso", "Doorbell", "Droplet", "Lantern", "Stairs",
                                          "Teaspoon"));
+
+TEST(SoundThemes, AreSearchedWithWhatTheyInherit) {
+    const TemporaryFolder folder;
+    const auto inherit = [&folder](const std::string& place, const std::string& parents) {
+        std::filesystem::create_directories(folder.path() / place);
+        std::ofstream(folder.path() / place / "index.theme") << "[Sound Theme]\nName=x\n"
+                                                             << parents << "\nDirectories=stereo\n";
+    };
+    inherit("user/Chosen", "Inherits=Soft,Loud");
+    inherit("system/Chosen", "Inherits=Hidden");
+    inherit("system/Soft", "Inherits=freedesktop,Base");
+    inherit("system/Loud", "Inherits=Chosen,../../etc,");
+    inherit("system/Alone", "Inherit=Base");
+    const std::vector<std::string> folders{folder.path() / "user", folder.path() / "system"};
+    EXPECT_THAT(soundThemesFrom("Chosen", folders),
+                ElementsAre("Chosen", "Soft", "Base", "Loud", "freedesktop"));
+    EXPECT_THAT(soundThemesFrom("Alone", folders), ElementsAre("Alone", "freedesktop"));
+    EXPECT_THAT(soundThemesFrom("../user/Chosen", folders), ElementsAre("freedesktop"));
+    EXPECT_THAT(soundThemesFrom("", folders), ElementsAre("freedesktop"));
+}
 
 } // namespace
 } // namespace plenzo
