@@ -22,8 +22,6 @@ constexpr const char* busName = "org.freedesktop.DBus";
 /// A message of more records takes longer than the file, and one bus message ends at 64 MiB.
 constexpr std::size_t mostRecordsInMessage = 2'000;
 
-constexpr bool isDelta = false;
-
 } // namespace
 
 AgentLink::AgentLink(sdbus::IConnection& connection, Listener listener)
@@ -85,7 +83,23 @@ bool AgentLink::push(const AgentPush& push) {
     try {
         sendVersion();
         sendDictionary("PrefsUpdated", push.preferences);
-        return sendSourceList(push.sourceList) && sendEvents(push.events);
+        return sendSourceList(push.sourceList) && sendEvents(push.events, false);
+    } catch (const sdbus::Error&) {
+        return false;
+    }
+}
+
+bool AgentLink::pushDelta(const Array& events) {
+    try {
+        return sendEvents(events, true);
+    } catch (const sdbus::Error&) {
+        return false;
+    }
+}
+
+bool AgentLink::pushSourceList(const Array& nodes) {
+    try {
+        return sendSourceList(nodes);
     } catch (const sdbus::Error&) {
         return false;
     }
@@ -120,20 +134,20 @@ bool AgentLink::sendSourceList(const Array& nodes) {
     return true;
 }
 
-bool AgentLink::sendEvents(const Array& events) {
+bool AgentLink::sendEvents(const Array& events, bool isDelta) {
     if (events.size() > mostRecordsInMessage) {
-        return sendEventsInFile(events);
+        return sendEventsInFile(events, isDelta);
     }
     sdbus::MethodCall call = oneWayCall("AlarmsUpdated");
     if (!appendDictionaries(call, events)) {
-        return sendEventsInFile(events);
+        return sendEventsInFile(events, isDelta);
     }
     call << isDelta;
     m_agent->callMethod(call);
     return true;
 }
 
-bool AgentLink::sendEventsInFile(const Array& events) {
+bool AgentLink::sendEventsInFile(const Array& events, bool isDelta) {
     const auto file = sealedMemoryFile(writeBinaryPropertyList(events));
     if (!file) {
         return false;

@@ -39,6 +39,11 @@ public:
     /// order. False when they could not be sent.
     bool push(const AgentPush& push);
 
+    /// Sends the agent deletion notices and records of what has changed. False when they could not
+    /// be sent.
+    bool pushDelta(const Array& events);
+    bool pushSourceList(const Array& nodes);
+
 private:
     void subscribe();
     void heard(const std::string& name) const;
@@ -46,8 +51,8 @@ private:
     void sendVersion();
     void sendDictionary(const char* operation, const Dictionary& dictionary);
     bool sendSourceList(const Array& nodes);
-    bool sendEvents(const Array& events);
-    bool sendEventsInFile(const Array& events);
+    bool sendEvents(const Array& events, bool isDelta);
+    bool sendEventsInFile(const Array& events, bool isDelta);
 
     Listener m_listener;
     std::unique_ptr<sdbus::IProxy> m_agent;

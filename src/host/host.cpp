@@ -1,6 +1,7 @@
 #include "host/host.h"
 
 #include "host/agent_link.h"
+#include "host/calendar_watch.h"
 #include "host/host_loop.h"
 #include "propertylist/binary_property_list.h"
 
@@ -55,6 +56,9 @@ int Host::serve() {
     } else {
         link->startAgent();
     }
+    const CalendarWatch watch(
+        loop, m_options.paths, m_options.zone,
+        {.calendarsChanged = [&] { pushChangesTo(*link); }, .dayChanged = pushAll});
     if (loop.run(*connection) == LoopEnd::Terminated) {
         return 0;
     }
@@ -68,8 +72,27 @@ void Host::pushTo(AgentLink& link) {
         report("the agent could not be reached");
         return;
     }
+    m_sentEvents.reset(push.events);
+    m_sentSourceList = push.sourceList;
     std::cout << "plenzohost: " << push.events.size() << " events handed to the agent"
               << std::endl; // Who reads this through a pipe waits for it.
+}
+
+void Host::pushChangesTo(AgentLink& link) {
+    const AgentPush push = currentPush();
+    if (!(Value(push.sourceList) == Value(m_sentSourceList)) &&
+        link.pushSourceList(push.sourceList)) {
+        m_sentSourceList = push.sourceList;
+    }
+    const Array delta = m_sentEvents.deltaTo(push.events);
+    if (delta.empty()) {
+        return;
+    }
+    if (!link.pushDelta(delta)) {
+        report("the agent could not be reached");
+        return;
+    }
+    std::cout << "plenzohost: " << delta.size() << " changes handed to the agent" << std::endl;
 }
 
 AgentPush Host::currentPush() {

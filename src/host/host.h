@@ -2,6 +2,7 @@
 
 #include "host/agent_push.h"
 #include "host/command_line.h"
+#include "host/sent_events.h"
 
 #include <set>
 #include <string>
@@ -10,8 +11,9 @@ namespace plenzo {
 
 class AgentLink;
 
-/// The running program: reads the calendars and sends the agent all of them when the program starts
-/// and whenever the agent announces itself, and says so on standard output.
+/// The running program: reads the calendars and sends the agent all of them when the program
+/// starts, whenever the agent announces itself and at midnight, and what has changed when files
+/// change. Says so on standard output.
 class Host {
 public:
     explicit Host(HostOptions options);
@@ -24,11 +26,14 @@ public:
 
 private:
     void pushTo(AgentLink& link);
+    void pushChangesTo(AgentLink& link);
     AgentPush currentPush();
     SystemSeconds now() const;
     void report(const std::string& problem);
 
     HostOptions m_options;
+    SentEvents m_sentEvents;
+    Array m_sentSourceList;
     std::set<std::string> m_reported; // each problem is named once
 };
 

@@ -3,11 +3,10 @@
 #include <poll.h>
 #include <sdbus-c++/sdbus-c++.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 
 namespace plenzo {
 
@@ -34,25 +33,36 @@ bool processPending(sdbus::IConnection& connection) {
 
 } // namespace
 
-HostLoop::HostLoop() : m_signalDescriptor(blockedTerminationSignals()) {}
-
-HostLoop::~HostLoop() {
-    close(m_signalDescriptor);
-}
+HostLoop::HostLoop() : m_signals(blockedTerminationSignals()) {}
 
 LoopEnd HostLoop::run(sdbus::IConnection& connection) {
-    while (processPending(connection)) {
-        const auto bus = connection.getEventLoopPollData();
-        std::array<pollfd, 2> watched = {pollfd{m_signalDescriptor, POLLIN, 0},
-                                         pollfd{bus.fd, bus.events, 0}};
-        if (poll(watched.data(), watched.size(), bus.getPollTimeout()) < 0 && errno != EINTR) {
-            return LoopEnd::BusGone;
-        }
-        if (watched[0].revents != 0) {
-            return LoopEnd::Terminated;
+    LoopEnd end = LoopEnd::None;
+    while (end == LoopEnd::None) {
+        end = processPending(connection) ? wait(connection) : LoopEnd::BusGone;
+    }
+    return end;
+}
+
+LoopEnd HostLoop::wait(sdbus::IConnection& connection) {
+    const auto bus = connection.getEventLoopPollData();
+    std::vector<pollfd> watched = {pollfd{m_signals.get(), POLLIN, 0},
+                                   pollfd{bus.fd, bus.events, 0}};
+    for (const auto& [descriptor, ready] : m_watches) {
+        watched.push_back({descriptor, POLLIN, 0});
+    }
+    if (poll(watched.data(), watched.size(), bus.getPollTimeout()) < 0 && errno != EINTR) {
+        return LoopEnd::BusGone;
+    }
+    if (watched[0].revents != 0) {
+        return LoopEnd::Terminated;
+    }
+    constexpr std::size_t firstWatch = 2;
+    for (std::size_t index = firstWatch; index < watched.size(); ++index) {
+        if (watched[index].revents != 0) {
+            m_watches[index - firstWatch].second();
         }
     }
-    return LoopEnd::BusGone;
+    return LoopEnd::None;
 }
 
 } // namespace plenzo

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "linux/wire/file_descriptor.h"
+
 #include <functional>
+#include <utility>
+#include <vector>
 
 namespace sdbus {
 class IConnection;
@@ -8,21 +12,26 @@ class IConnection;
 
 namespace plenzo {
 
-enum class LoopEnd { Terminated, BusGone };
+enum class LoopEnd { None, Terminated, BusGone };
 
 /// Serves the bus connection until SIGTERM or SIGINT arrives or the bus goes away. The signals are
 /// blocked from construction on, so none is lost before the loop runs.
 class HostLoop {
 public:
     HostLoop();
-    ~HostLoop();
-    HostLoop(const HostLoop&) = delete;
-    HostLoop& operator=(const HostLoop&) = delete;
+
+    /// Calls `ready` whenever the descriptor, which outlives the loop, can be read.
+    void watch(int descriptor, std::function<void()> ready) {
+        m_watches.emplace_back(descriptor, std::move(ready));
+    }
 
     LoopEnd run(sdbus::IConnection& connection);
 
 private:
-    int m_signalDescriptor;
+    LoopEnd wait(sdbus::IConnection& connection);
+
+    FileDescriptor m_signals;
+    std::vector<std::pair<int, std::function<void()>>> m_watches;
 };
 
 } // namespace plenzo

@@ -2,9 +2,10 @@
 
 #include "linux/wire/bus_text.h"
 
+#include <gio/gio.h>
+
 #include <algorithm>
 #include <cstddef>
-#include <gio/gio.h>
 #include <memory>
 
 namespace plenzo {
@@ -45,8 +46,8 @@ std::vector<std::string> inherited(const std::string& theme,
         }
         gsize count = 0;
         g_key_file_set_list_separator(index.get(), ',');
-        const Texts names(g_key_file_get_string_list(index.get(), "Sound Theme", "Inherits", &count,
-                                                     nullptr));
+        const Texts names(
+            g_key_file_get_string_list(index.get(), "Sound Theme", "Inherits", &count, nullptr));
         return names ? std::vector<std::string>(names.get(), names.get() + count)
                      : std::vector<std::string>();
     }
