@@ -26,7 +26,7 @@ void AlarmListModel::appendRow(const AlarmRow& row) {
     endInsertRows();
 }
 
-void AlarmListModel::removeRows(const std::vector<std::size_t>& rows) {
+void AlarmListModel::removeAlarms(const std::vector<std::size_t>& rows) {
     // From the last, each stretch of neighbours at once.
     for (auto end = rows.rbegin(); end != rows.rend();) {
         auto begin = end;

@@ -14,7 +14,7 @@ class AlarmListModel final : public QAbstractListModel {
 public:
     void appendRow(const AlarmRow& row);
     /// Ascending; those that do not exist are left out.
-    void removeRows(const std::vector<std::size_t>& rows);
+    void removeAlarms(const std::vector<std::size_t>& rows);
     void updateRow(std::size_t index, const AlarmRow& row);
     /// The index has to be valid and of this model.
     [[nodiscard]] const AlarmRow& row(const QModelIndex& index) const;

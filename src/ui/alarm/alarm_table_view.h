@@ -24,7 +24,7 @@ public:
     [[nodiscard]] int rowHeight() const;
 
     void appendRow(const AlarmRow& row) override { m_model.appendRow(row); }
-    void removeRows(const std::vector<std::size_t>& rows) override { m_model.removeRows(rows); }
+    void removeRows(const std::vector<std::size_t>& rows) override { m_model.removeAlarms(rows); }
     void updateRow(std::size_t index, const AlarmRow& row) override {
         m_model.updateRow(index, row);
     }

@@ -22,10 +22,9 @@ protected:
             row.title = std::to_string(number);
             model.appendRow(row);
         }
-        QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
-                         [this](const QModelIndex&, int first, int last) {
-                             removed.emplace_back(first, last);
-                         });
+        QObject::connect(
+            &model, &QAbstractItemModel::rowsRemoved, &model,
+            [this](const QModelIndex&, int first, int last) { removed.emplace_back(first, last); });
     }
 
     [[nodiscard]] std::string titles() const {
@@ -41,13 +40,13 @@ protected:
 };
 
 TEST_F(AnAlarmList, RemovesEveryStretchOfRowsAtOnce) {
-    model.removeRows({0, 1, 2, 4, 6, 7});
+    model.removeAlarms({0, 1, 2, 4, 6, 7});
     EXPECT_EQ(titles(), "35");
     EXPECT_THAT(removed, ElementsAre(Pair(6, 7), Pair(4, 4), Pair(0, 2)));
 }
 
 TEST_F(AnAlarmList, KnowsNoRowsThatAreNotThere) {
-    model.removeRows({8, 100});
+    model.removeAlarms({8, 100});
     model.updateRow(8, {});
     EXPECT_EQ(titles(), "01234567");
     EXPECT_FALSE(model.data(model.index(8), Qt::DisplayRole).isValid());
