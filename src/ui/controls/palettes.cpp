@@ -22,10 +22,10 @@ Colors colors(Brightness brightness, Contrast contrast) {
                       : Colors{"#ffffff", "#ffffff", "#ffffff", "#000000",
                                "#505050", "#00458f", "#ffffff"};
     }
-    return isDark ? Colors{"#2a2a2c", "#1d1d1f", "#3a3a3c", "#f2f2f4",
-                           "#8e8e93", "#0a6fe0", "#ffffff"}
-                  : Colors{"#f3f3f5", "#ffffff", "#ffffff", "#1c1c1e",
-                           "#8e8e93", "#0a66d0", "#ffffff"};
+    return isDark
+               ? Colors{"#2a2a2c", "#1d1d1f", "#3a3a3c", "#f2f2f4", "#8e8e93", "#0a6fe0", "#ffffff"}
+               : Colors{"#f3f3f5", "#ffffff", "#ffffff", "#1c1c1e",
+                        "#8e8e93", "#0a66d0", "#ffffff"};
 }
 
 } // namespace
