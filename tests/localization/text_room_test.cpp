@@ -129,8 +129,8 @@ TEST(ALongTranslation, IsFoundWhereNothingGivesItRoom) {
 
 /// As the window does it: its look, and the pop-up as wide as what is selected.
 void prepare(QWidget& window) {
-    window.setStyleSheet(panelStyleSheet(window.palette(), PLENZO_RESOURCES "/icons",
-                                         window.layoutDirection()));
+    window.setStyleSheet(
+        panelStyleSheet(window.palette(), PLENZO_RESOURCES "/icons", window.layoutDirection()));
     window.ensurePolished();
     auto* const popup = dynamic_cast<SnoozePopup*>(window.findChild<QWidget*>("snoozePopup"));
     auto* const layout = popup != nullptr ? SpringsAndStruts::of(popup->parentWidget()) : nullptr;

@@ -58,8 +58,8 @@ TEST_F(AnAlarmWindow, ShowsAMissingTitleAsMissing) {
 }
 
 TEST_F(AnAlarmWindow, SpeaksOfTodayAsTheDaysGoBy) {
-    controller.addDisplayAlarm(alarm("day", {{keys::allDay, true},
-                                             {keys::date, utc(2026, 3, 11, 12).date()}}));
+    controller.addDisplayAlarm(
+        alarm("day", {{keys::allDay, true}, {keys::date, utc(2026, 3, 11, 12).date()}}));
     controller.addDisplayAlarm(alarm("time", {{keys::date, utc(2026, 3, 11, 8).date()}}));
     EXPECT_EQ(list.rows[0].date, "Tomorrow");
     EXPECT_THAT(list.rows[1].date, testing::StartsWith("Tomorrow at 9:00"));
@@ -73,8 +73,8 @@ TEST_F(AnAlarmWindow, SnoozesTheSelectionToOneMoment) {
     add({"a", "b", "c"});
     list.selection = {0, 2};
     controller.snoozeButton();
-    EXPECT_THAT(commands(), ElementsAre(snooze("a", clock.now() + 300),
-                                        snooze("c", clock.now() + 300)));
+    EXPECT_THAT(commands(),
+                ElementsAre(snooze("a", clock.now() + 300), snooze("c", clock.now() + 300)));
     EXPECT_THAT(list.titles(), ElementsAre("b"));
     EXPECT_THAT(list.selectedTitles(), ElementsAre("b"));
 }
@@ -86,8 +86,7 @@ TEST_F(AnAlarmWindow, SnoozesEachToItsOwnStartWithoutAnAmount) {
     list.selectAllRows();
     controller.setSnoozeValue(0);
     controller.snoozeButton();
-    EXPECT_THAT(commands(),
-                ElementsAre(snooze("soon", start), snooze("later", utc(2026, 3, 12))));
+    EXPECT_THAT(commands(), ElementsAre(snooze("soon", start), snooze("later", utc(2026, 3, 12))));
 }
 
 TEST_F(AnAlarmWindow, SnoozesUntilBeforeTheStart) {
@@ -160,11 +159,11 @@ TEST_F(AnAlarmWindow, CompletesTheSelectedTodosAlike) {
     EXPECT_THAT(commands(), ElementsAre("open quietly acknowledge/event-r"));
     list.selectAllRows();
     controller.toggleSelectedTodos();
-    EXPECT_THAT(
-        commands(),
-        ElementsAre("open quietly edit/done/completed/NO", "open quietly edit/open/completed/NO",
-                    "open quietly acknowledge/done-r", "open quietly acknowledge/fixed-r",
-                    "open quietly acknowledge/open-r"));
+    EXPECT_THAT(commands(),
+                ElementsAre("open quietly edit/done/completed/NO",
+                            "open quietly edit/open/completed/NO",
+                            "open quietly acknowledge/done-r", "open quietly acknowledge/fixed-r",
+                            "open quietly acknowledge/open-r"));
     EXPECT_FALSE(panel.visible);
 }
 

@@ -27,8 +27,8 @@ protected:
 TEST_F(TheKeysOfAnAlarmWindow, SnoozeDismissAndComplete) {
     EXPECT_TRUE(pressWithCommand(U's'));
     EXPECT_TRUE(pressWithCommand(U'd'));
-    EXPECT_THAT(commands(), ElementsAre(snooze("b", clock.now() + 300),
-                                        "open quietly acknowledge/a-r"));
+    EXPECT_THAT(commands(),
+                ElementsAre(snooze("b", clock.now() + 300), "open quietly acknowledge/a-r"));
     controller.addDisplayAlarm(alarm("todo", {{keys::type, 1}}));
     controller.showAlarmWindowIfNecessary();
     EXPECT_TRUE(pressWithCommand(U'/'));

@@ -13,10 +13,14 @@ TEST(ASnoozeAmount, TakesTheLargestUnitThatDividesTheSeconds) {
         std::int64_t seconds;
         SnoozeAmount amount;
     } cases[]{
-        {300, {5, SnoozeUnits::Minutes}},    {5400, {90, SnoozeUnits::Minutes}},
-        {7200, {2, SnoozeUnits::Hours}},     {172800, {2, SnoozeUnits::Days}},
-        {90000, {25, SnoozeUnits::Hours}},   {90, {1, SnoozeUnits::Minutes}},
-        {30, {0, SnoozeUnits::Minutes}},     {-600, {10, SnoozeUnits::MinutesBeforeStart}},
+        {300, {5, SnoozeUnits::Minutes}},
+        {5400, {90, SnoozeUnits::Minutes}},
+        {7200, {2, SnoozeUnits::Hours}},
+        {172800, {2, SnoozeUnits::Days}},
+        {90000, {25, SnoozeUnits::Hours}},
+        {90, {1, SnoozeUnits::Minutes}},
+        {30, {0, SnoozeUnits::Minutes}},
+        {-600, {10, SnoozeUnits::MinutesBeforeStart}},
         {-90, {1, SnoozeUnits::MinutesBeforeStart}},
         {0, {0, SnoozeUnits::MinutesBeforeStart}},
     };
