@@ -24,9 +24,9 @@ QString alarmToolTip(const AlarmRow& row, bool isTitleElided) {
         addLine(lines, row.title);
     }
     addLine(lines, row.calendar);
-    return lines.isEmpty() ? QString()
-                           : "<p style='white-space: pre-wrap'>" +
-                                 lines.join('\n').toHtmlEscaped() + "</p>";
+    return lines.isEmpty()
+               ? QString()
+               : "<p style='white-space: pre-wrap'>" + lines.join('\n').toHtmlEscaped() + "</p>";
 }
 
 } // namespace plenzo

@@ -32,8 +32,7 @@ TEST_F(AShownAlarmWindow, IsAsHighAsItsRowsUpToFive) {
     add({"f"});
     EXPECT_EQ(panel().height(), alone.height() + 4 * 64);
     EXPECT_THAT(list().selectedRows(), ElementsAre(5U));
-    EXPECT_TRUE(list().viewport()->rect().contains(
-        list().visualRect(list().model()->index(5, 0))));
+    EXPECT_TRUE(list().viewport()->rect().contains(list().visualRect(list().model()->index(5, 0))));
 }
 
 TEST_F(AShownAlarmWindow, HasItsAmountDefaultButtonAndTitlesByWhetherItHasTheKeyboard) {
@@ -162,7 +161,8 @@ TEST_F(AShownAlarmWindow, TellsScreenReadersWhatItIsMadeOf) {
     using testing::Pair;
     EXPECT_THAT(described(list()), Pair("Alarms", QAccessible::List));
     EXPECT_THAT(described(field()), Pair("Snooze amount", QAccessible::EditableText));
-    EXPECT_THAT(described(popup()), Pair("minutes", QAccessible::ComboBox)) << "as the toolkit has it";
+    EXPECT_THAT(described(popup()), Pair("minutes", QAccessible::ComboBox))
+        << "as the toolkit has it";
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&popup())->text(QAccessible::Description),
               "Snooze units");
     EXPECT_THAT(described(snoozeButton()), Pair("Snooze", QAccessible::Button));
@@ -200,8 +200,9 @@ TEST(AnAlarmWindowInEveryLanguage, HasRoomForItsControls) {
             return isMirrored ? button.left() : button.right();
         };
         const auto gap = [&] {
-            return isMirrored ? window.snoozeButton().x() - window.dismissButton().geometry().right()
-                              : window.dismissButton().x() - window.snoozeButton().geometry().right();
+            return isMirrored
+                       ? window.snoozeButton().x() - window.dismissButton().geometry().right()
+                       : window.dismissButton().x() - window.snoozeButton().geometry().right();
         };
         const int edge = outerEdge();
         const int designedGap = gap();
