@@ -4,9 +4,11 @@
 
 #include <QGuiApplication>
 #include <QWindow>
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <string_view>
 
@@ -39,6 +41,44 @@ void setProperty(xcb_connection_t* connection, xcb_window_t window, std::string_
                         bitsPerValue, count, values);
 }
 
+using MessageData = std::array<std::uint32_t, 5>;
+
+/// What is asked of the window manager goes to the root window.
+void askWindowManager(xcb_connection_t* connection, xcb_window_t window, std::string_view name,
+                      const MessageData& data) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom(connection, name);
+    std::ranges::copy(data, std::begin(message.data.data32));
+    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    constexpr std::uint32_t mask =
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_send_event(connection, 0, screen->root, mask, reinterpret_cast<const char*>(&message));
+}
+
+/// The window manager reads these when the window appears. The toolkit adds its own states.
+void setInitialStates(xcb_connection_t* connection, xcb_window_t window) {
+    const std::array<std::uint32_t, 3> states{atom(connection, "_NET_WM_STATE_STICKY"),
+                                              atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
+                                              atom(connection, "_NET_WM_STATE_SKIP_PAGER")};
+    setProperty(connection, window, "_NET_WM_STATE", XCB_ATOM_ATOM, states.data(), states.size());
+    setProperty(connection, window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, &allDesktops, 1);
+}
+
+/// It may have taken them away, late, from a window that was hidden and is shown again at once.
+void askForStates(xcb_connection_t* connection, xcb_window_t window) {
+    constexpr std::uint32_t add = 1;
+    askWindowManager(connection, window, "_NET_WM_STATE",
+                     {add, atom(connection, "_NET_WM_STATE_ABOVE"),
+                      atom(connection, "_NET_WM_STATE_STICKY"), sourcePager});
+    askWindowManager(connection, window, "_NET_WM_STATE",
+                     {add, atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
+                      atom(connection, "_NET_WM_STATE_SKIP_PAGER"), sourcePager});
+    askWindowManager(connection, window, "_NET_WM_DESKTOP", {allDesktops, sourcePager});
+}
+
 } // namespace
 
 void floatOnAllWorkspaces(QWindow& window) {
@@ -47,12 +87,11 @@ void floatOnAllWorkspaces(QWindow& window) {
         return;
     }
     const auto id = static_cast<xcb_window_t>(window.winId());
-    // The toolkit adds its own states to these when it shows the window.
-    const std::array<std::uint32_t, 3> states{atom(connection, "_NET_WM_STATE_STICKY"),
-                                              atom(connection, "_NET_WM_STATE_SKIP_TASKBAR"),
-                                              atom(connection, "_NET_WM_STATE_SKIP_PAGER")};
-    setProperty(connection, id, "_NET_WM_STATE", XCB_ATOM_ATOM, states.data(), states.size());
-    setProperty(connection, id, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, &allDesktops, 1);
+    if (window.isVisible()) {
+        askForStates(connection, id);
+    } else {
+        setInitialStates(connection, id);
+    }
     xcb_flush(connection);
 }
 
@@ -62,17 +101,8 @@ void activateIgnoringOtherPrograms(QWindow& window) {
         window.requestActivate();
         return;
     }
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = atom(connection, "_NET_ACTIVE_WINDOW");
-    message.data.data32[0] = sourcePager;
-    message.data.data32[1] = XCB_CURRENT_TIME;
-    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-    constexpr std::uint32_t mask =
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_send_event(connection, 0, screen->root, mask, reinterpret_cast<const char*>(&message));
+    askWindowManager(connection, static_cast<xcb_window_t>(window.winId()), "_NET_ACTIVE_WINDOW",
+                     {sourcePager, XCB_CURRENT_TIME});
     xcb_flush(connection);
 }
 

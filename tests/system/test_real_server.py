@@ -4,14 +4,14 @@ import unittest
 
 from support.host_commands import HostCommands
 from support.notification_test import NOTIFYING, soon
-from support.real_desktop import Dunst, Screen, skip_without_desktop
+from support.real_desktop import Dunst, Screen, skip_without
 from support.system_test import SystemTest
 from support.values import absolute_reminder, deletion_notice, event, in_seconds, now_seconds, reminder
 
 
 class ARealServer(SystemTest):
     def setUp(self):
-        skip_without_desktop()
+        skip_without("Xvfb", "dunst", "xdotool")
         super().setUp()
         screen = Screen(self.session)
         self.addCleanup(screen.close)

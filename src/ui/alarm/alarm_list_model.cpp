@@ -7,11 +7,14 @@ namespace plenzo {
 
 namespace {
 
+/// Nobody listens to more, and a megabyte would hold the main loop.
+constexpr qsizetype greatestLength = 500;
+
 QString spokenText(const AlarmRow& row) {
     QStringList parts;
-    for (const std::string& part : {row.title, row.date, row.location, row.calendar}) {
-        if (!part.empty()) {
-            parts.append(QString::fromStdString(part));
+    for (const std::string* part : {&row.title, &row.date, &row.location, &row.calendar}) {
+        if (!part->empty()) {
+            parts.append(QString::fromStdString(*part).left(greatestLength));
         }
     }
     return parts.join(", ");

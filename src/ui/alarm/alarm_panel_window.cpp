@@ -164,7 +164,11 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
                      focused->clearFocus();
                  }
              },
-         .willClose = [&controller] { controller.windowWillClose(); },
+         .willClose =
+             [this, &controller] {
+                 noteFrame();
+                 controller.windowWillClose();
+             },
          .paletteChanged = [this] { updateStyle(); },
          .keyDown =
              [&keys](const QKeyEvent& event) {
@@ -254,8 +258,19 @@ void AlarmPanelWindow::sizeToRows(std::size_t count) {
         return;
     }
     m_resize->setStartValue(m_panel->geometry());
-    m_resize->setEndValue(keptWithin(window, m_panel->screen()->availableGeometry()));
+    m_resize->setEndValue(keptWithin(window, roomOn(*m_panel->screen())));
     m_resize->start();
+}
+
+void AlarmPanelWindow::noteFrame() {
+    if (m_panel->isVisible() && m_panel->windowHandle() != nullptr) {
+        m_frame = m_panel->windowHandle()->frameMargins();
+    }
+}
+
+QRect AlarmPanelWindow::roomOn(const QScreen& screen) {
+    noteFrame();
+    return screen.availableGeometry().marginsRemoved(m_frame);
 }
 
 void AlarmPanelWindow::placeOnScreen() {
@@ -264,25 +279,33 @@ void AlarmPanelWindow::placeOnScreen() {
     if (screen == nullptr) {
         return;
     }
-    const QRect available = screen->availableGeometry();
     const QRect window = m_panel->geometry();
     // Where the user has put it, as long as that is where the user is.
     const bool stays = m_isPlaced && screen->geometry().contains(window.center());
     m_panel->setGeometry(
-        stays ? keptWithin(window, available)
-              : cornerPlacement(window.size(), available, m_panel->layoutDirection()));
+        stays ? keptWithin(window, roomOn(*screen))
+              : cornerPlacement(window.size(), roomOn(*screen), m_panel->layoutDirection()));
     m_isPlaced = true;
 }
 
-void AlarmPanelWindow::show() {
-    placeOnScreen();
-    m_panel->winId();
+void AlarmPanelWindow::tellWindowManager() {
     if (m_collaborators.prepareWindow) {
         m_collaborators.prepareWindow(*m_panel->windowHandle());
     }
+}
+
+void AlarmPanelWindow::show() {
+    noteFrame();
+    // Window managers give the keyboard to a minimized window that comes back, but not to a new
+    // one.
+    m_panel->hide();
+    placeOnScreen();
+    m_panel->winId();
+    tellWindowManager();
     m_panel->setWindowOpacity(0);
     m_panel->setWindowState(Qt::WindowNoState);
     m_panel->show();
+    tellWindowManager();
     m_fade->setStartValue(0.0);
     m_fade->setEndValue(1.0);
     m_fade->start();
@@ -291,6 +314,7 @@ void AlarmPanelWindow::show() {
 void AlarmPanelWindow::close() {
     m_fade->stop();
     m_resize->stop();
+    noteFrame();
     m_panel->closeSilently();
 }
 

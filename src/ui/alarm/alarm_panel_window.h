@@ -6,12 +6,14 @@
 #include "ui/alarm/alarm_panel_keys.h"
 #include "ui/alarm/alarm_panel_view.h"
 
+#include <QMargins>
 #include <functional>
 #include <memory>
 #include <string>
 
 class QPropertyAnimation;
 class QPushButton;
+class QScreen;
 class QWindow;
 
 namespace plenzo {
@@ -28,8 +30,8 @@ public:
         const LocalizedStrings& strings;
         /// The folder of icons, with one folder for light and one for dark surroundings.
         std::string iconFolder;
-        /// Does with the window, before it is first shown, what the toolkit cannot: puts it on all
-        /// workspaces. May be empty.
+        /// Does with the window, before it is shown and right afterwards, what the toolkit cannot:
+        /// puts it on all workspaces. May be empty.
         std::function<void(QWindow& window)> prepareWindow;
         /// Gives the window the keyboard, whoever has it.
         std::function<void(QWindow& window)> activate;
@@ -65,7 +67,11 @@ private:
     void connectList(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void connectSnoozeControls(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void updateStyle();
+    void noteFrame();
+    /// For the window within its frame.
+    [[nodiscard]] QRect roomOn(const QScreen& screen);
     void placeOnScreen();
+    void tellWindowManager();
     void becomeKey(AlarmPanelController& controller);
     [[nodiscard]] QString text(const std::string& key) const;
     [[nodiscard]] QString toolTip(const QPushButton& button, const std::string& key) const;
@@ -82,6 +88,8 @@ private:
     QPushButton* m_dismissButton = nullptr;
     std::unique_ptr<QPropertyAnimation> m_fade;
     std::unique_ptr<QPropertyAnimation> m_resize;
+    /// What the window manager puts around the window, which the toolkit knows while it is shown.
+    QMargins m_frame;
     bool m_isPlaced = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "ui/alarm/alarm_list_model.h"
 #include "ui/alarm/alarm_row_colors.h"
+#include "ui/alarm/alarm_tool_tip.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -119,15 +120,8 @@ bool AlarmRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     if (event->type() != QEvent::ToolTip || !index.isValid()) {
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
-    const AlarmRow& row = m_model.row(index);
-    QStringList lines;
-    if (shownCell(option, index).isTitleElided()) {
-        lines.append(QString::fromStdString(row.title));
-    }
-    if (!row.calendar.empty()) {
-        lines.append(QString::fromStdString(row.calendar));
-    }
-    QToolTip::showText(event->globalPos(), lines.join('\n').toHtmlEscaped(), view);
+    const bool isTitleElided = shownCell(option, index).isTitleElided();
+    QToolTip::showText(event->globalPos(), alarmToolTip(m_model.row(index), isTitleElided), view);
     return true;
 }
 

@@ -31,6 +31,8 @@ MarkedText markedText(const QString& text) {
 }
 
 void SnoozePopup::awakeFromNib() {
+    // The toolkit gives what is selected for the name of such a view.
+    setAccessibleDescription(accessibleName());
     for (int index = 0; index < count() && index < snoozeUnitsCount; ++index) {
         const MarkedText marked = markedText(itemText(index));
         m_unitLetters.at(static_cast<std::size_t>(index)) = marked.letter;

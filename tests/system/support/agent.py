@@ -98,6 +98,10 @@ class Link:
     def pending(self):
         return self.pending_rows().unpack()
 
+    def displayed(self):
+        """The rows of the alarm window."""
+        return call(self.connection, NAME, PATH, INSPECTOR, "DisplayedAlarms").unpack()[0]
+
     def delivered(self):
         """The notifications that are still there."""
         return call(self.connection, NAME, PATH, INSPECTOR, "DeliveredNotifications").unpack()[0]

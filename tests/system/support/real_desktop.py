@@ -1,4 +1,5 @@
-"""A screen that nobody sees, and a notification server as users have it: dunst."""
+"""A screen that nobody sees, with a window manager if wanted, and a notification server as users have
+it: dunst."""
 import os
 import shutil
 import subprocess
@@ -32,8 +33,8 @@ _CONFIGURATION = """[global]
 _INSIDE_OF_THE_FIRST = ("20", "10")
 
 
-def skip_without_desktop():
-    missing = [program for program in ("Xvfb", "dunst") if shutil.which(program) is None]
+def skip_without(*programs):
+    missing = [program for program in programs if shutil.which(program) is None]
     if missing:
         raise unittest.SkipTest(f"not installed: {' and '.join(missing)} (see scripts/install-dependencies)")
 
@@ -41,12 +42,12 @@ def skip_without_desktop():
 class Screen:
     """Owns an X server with a display of its own, of which the session's later programs know."""
 
-    def __init__(self, session):
+    def __init__(self, session, size="800x600"):
         self._session = session
         reading, writing = os.pipe()
         with os.fdopen(reading) as display, open(session.folder / "screen-errors", "w") as errors:
             self._process = session.start(
-                ["Xvfb", "-displayfd", str(writing), "-screen", "0", "800x600x24", "-nolisten", "tcp"],
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp"],
                 pass_fds=[writing], stdout=errors, stderr=errors)
             os.close(writing)
             number = display.readline().strip()
@@ -62,8 +63,41 @@ class Screen:
         return self._control("search", "--onlyvisible", "--class", "Dunst", check=False) == 0
 
     def _control(self, *command, check=True):
-        return subprocess.run(["xdotool", *command], env=self._session.environment, check=check,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode
+        return self._run("xdotool", *command, check=check).returncode
+
+    def xdotool(self, *command):
+        """What it prints; nothing when it fails, as when there is no such window."""
+        return self._run("xdotool", *command).stdout
+
+    def xrandr(self, *command):
+        return self._run("xrandr", *command, check=True).stdout
+
+    def window_information(self, identifier):
+        """Lines of a name, a colon and a value."""
+        return self._run("xwininfo", "-id", identifier or "0").stdout
+
+    def window_property(self, identifier, name):
+        """As xprop prints it, without the name."""
+        return self._run("xprop", "-id", identifier, name, check=True).stdout.partition(name)[2].strip()
+
+    def _run(self, *command, check=False):
+        return subprocess.run([str(word) for word in command], env=self._session.environment,
+                              check=check, text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+
+    def close(self):
+        self._process.terminate()
+        wait_for_end(self._process)
+
+
+class WindowManager:
+    """Owns the process of openbox, with its usual settings."""
+
+    def __init__(self, session):
+        ready = session.folder / "window-manager-is-ready"
+        with open(session.folder / "window-manager-errors", "w") as errors:
+            self._process = session.start(["openbox", "--sm-disable", "--startup", f"touch {ready}"],
+                                          stdout=errors, stderr=errors)
+        wait_until(ready.exists, "the window manager")
 
     def close(self):
         self._process.terminate()

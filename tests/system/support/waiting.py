@@ -37,12 +37,14 @@ class _Ticks:
 
 
 def wait_until(condition, what, limit_seconds=LIMIT_SECONDS):
-    """Serves the main context until the condition holds. `what` completes "not within N s: "."""
+    """Serves the main context until the condition holds. `what`, or what it gives when called then,
+    completes "not within N s: "."""
     ticks = _Ticks(limit_seconds)
     try:
         while not condition():
             if ticks.passed:
-                raise AssertionError(f"not within {limit_seconds} s: {what}")
+                reason = what() if callable(what) else what
+                raise AssertionError(f"not within {limit_seconds} s: {reason}")
             GLib.MainContext.default().iteration(True)
     finally:
         ticks.stop()

@@ -18,9 +18,9 @@
 
 namespace plenzo {
 
-/// The alarm window without a screen: in Berlin, at noon UTC of 10 March 2026.
-struct AlarmPanelFixture {
-    AlarmPanelFixture() { registerDefaults(defaults); }
+/// What an alarm window needs, played: in Berlin, at noon UTC of 10 March 2026.
+struct AlarmSurroundings {
+    AlarmSurroundings() { registerDefaults(defaults); }
 
     [[nodiscard]] Alarm alarm(const std::string& title, const Dictionary& more = {}) const {
         Dictionary event{{keys::uid, title}, {keys::title, title}, {keys::date, start.date()}};
@@ -31,19 +31,6 @@ struct AlarmPanelFixture {
                 .eventDict = std::make_shared<Dictionary>(std::move(event)),
                 .reminderDict = Dictionary{{keys::uid, title + "-r"}},
                 .headerString = {}};
-    }
-    void add(const std::vector<std::string>& titles) {
-        for (const std::string& title : titles) {
-            controller.addDisplayAlarm(alarm(title));
-        }
-        controller.showAlarmWindowIfNecessary();
-    }
-    void set(const char* preference, Value value) {
-        defaults.setValues(Dictionary{{Key(preference), std::move(value)}});
-        controller.snoozePrefsChanged();
-    }
-    [[nodiscard]] std::uint64_t rowOf(std::size_t index) const {
-        return controller.displayedAlarms().at(index).row;
     }
     /// The commands since this was asked last, without their scheme: "snooze/a-r/60".
     std::vector<std::string> commands() {
@@ -66,6 +53,24 @@ struct AlarmPanelFixture {
     FakeLocalizedStrings strings;
     FakeUserDefaults defaults;
     FakeWorkspace workspace;
+};
+
+/// The alarm window without a screen.
+struct AlarmPanelFixture : AlarmSurroundings {
+    void add(const std::vector<std::string>& titles) {
+        for (const std::string& title : titles) {
+            controller.addDisplayAlarm(alarm(title));
+        }
+        controller.showAlarmWindowIfNecessary();
+    }
+    void set(const char* preference, Value value) {
+        defaults.setValues(Dictionary{{Key(preference), std::move(value)}});
+        controller.snoozePrefsChanged();
+    }
+    [[nodiscard]] std::uint64_t rowOf(std::size_t index) const {
+        return controller.displayedAlarms().at(index).row;
+    }
+
     HostCommands hostCommands{workspace};
     AlarmDateText dateText{
         {.clock = clock, .regionalSettings = regionalSettings, .strings = strings}};
