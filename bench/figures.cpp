@@ -3,6 +3,7 @@
 // figure misses its limit. Takes the arguments of Google Benchmark; what they leave out counts as
 // missed.
 
+#include "alarm_window_measurement.h"
 #include "bookmarks_measurement.h"
 #include "property_list_measurement.h"
 #include "queue_measurement.h"
@@ -38,7 +39,8 @@ int main(int argc, char** argv) {
 
     const std::unique_ptr<Measurement> measurements[] = {
         std::make_unique<QueueMeasurement>(), std::make_unique<PropertyListMeasurement>(),
-        std::make_unique<WireMeasurement>(), std::make_unique<BookmarksMeasurement>()};
+        std::make_unique<WireMeasurement>(), std::make_unique<BookmarksMeasurement>(),
+        std::make_unique<AlarmWindowMeasurement>()};
     for (const auto& measurement : measurements) {
         measurement->registerBenchmarks();
     }

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
+#include <QTest>
 #include <cmath>
 
 namespace plenzo {
@@ -26,7 +27,7 @@ TEST_F(AShownAlarmWindow, IsAsHighAsItsRowsUpToFive) {
     EXPECT_EQ(list().height(), 64);
     const auto showsRows = [this](int count) { return list().height() == count * 64; };
     add({"b", "c", "d", "e"});
-    await([&] { return showsRows(5); });
+    EXPECT_TRUE(await([&] { return showsRows(5); }));
     EXPECT_EQ(panel().geometry().topLeft(), alone.topLeft());
     EXPECT_EQ(panel().height(), alone.height() + 4 * 64);
     add({"f"});
@@ -143,10 +144,10 @@ TEST_F(AShownAlarmWindow, TakesTheColorsOfTheDesktopAsTheyChange) {
         return panel().grab().toImage().pixelColor(2, panel().height() - 3);
     };
     QApplication::setPalette(palette(Brightness::Dark, Contrast::Usual));
-    await([&] { return panel().styleSheet() != before; });
+    EXPECT_TRUE(await([&] { return panel().styleSheet() != before; }));
     EXPECT_EQ(colorOfBar(), palette(Brightness::Dark, Contrast::Usual).window().color());
     QApplication::setPalette(palette(Brightness::Light, Contrast::Usual));
-    await([&] { return colorOfBar().lightness() > 200; });
+    EXPECT_TRUE(await([&] { return colorOfBar().lightness() > 200; }));
     EXPECT_THAT(panel().styleSheet().toStdString(), testing::HasSubstr("light/chevron.svg"));
     QApplication::setPalette(QPalette());
 }

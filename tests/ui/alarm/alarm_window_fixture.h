@@ -1,16 +1,16 @@
 #pragma once
 
-#include "alarm_panel_fixture.h"
 #include "propertylist/string_table.h"
+#include "ui/alarm/alarm_panel_fixture.h"
 #include "ui/alarm/alarm_table_view.h"
 #include "ui/alarm/alarm_text_field.h"
 #include "ui/alarm/alarm_window.h"
 #include "ui/alarm/snooze_popup.h"
 
-#include <gtest/gtest.h>
+#include <QtCore/qtestsupport_core.h>
 
+#include <QApplication>
 #include <QPushButton>
-#include <QTest>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -58,16 +58,16 @@ struct AlarmWindowFixture : AlarmSurroundings {
         }
         controller().showAlarmWindowIfNecessary();
     }
-    /// Events of the toolkit bring it about.
-    static void await(const std::function<bool()>& isDone) {
+    /// Whether events of the toolkit have brought it about.
+    static bool await(const std::function<bool()>& isDone) {
         constexpr int limitMilliseconds = 20000;
-        EXPECT_TRUE(QTest::qWaitFor(isDone, limitMilliseconds));
+        return QTest::qWaitFor(isDone, limitMilliseconds);
     }
-    void activate() {
+    void activate() const {
         QApplication::setActiveWindow(&panel());
         await([this] { return panel().isActiveWindow(); });
     }
-    void deactivate() {
+    void deactivate() const {
         QApplication::setActiveWindow(nullptr);
         await([this] { return !panel().isActiveWindow(); });
     }
