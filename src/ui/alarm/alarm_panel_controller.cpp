@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
-#include <ranges>
 #include <utility>
 
 namespace plenzo {
@@ -181,7 +180,8 @@ void AlarmPanelController::redrawOrCloseAlarmWindowAfterDeletingAlarms(const Ind
         return;
     }
     const Indices selected = m_collaborators.list.selectedRows();
-    for (const std::size_t row : rows | std::views::reverse) {
+    const Indices fromLast(rows.rbegin(), rows.rend());
+    for (const std::size_t row : fromLast) {
         m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(row));
     }
     m_collaborators.list.removeRows(rows);
