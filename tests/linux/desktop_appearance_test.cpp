@@ -27,7 +27,7 @@ public:
         : m_service(bus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"),
           m_settings(std::move(settings)) {
         m_service.object().registerMethod(interface, "Read", "ss", "v",
-                                          [this](sdbus::MethodCall call) { read(call); });
+                                          [this](const sdbus::MethodCall& call) { read(call); });
         m_service.begin();
     }
 
