@@ -7,7 +7,8 @@
 
 namespace plenzo {
 
-OneShotTimer::OneShotTimer(int clock) : m_timer(timerfd_create(clock, TFD_NONBLOCK | TFD_CLOEXEC)) {}
+OneShotTimer::OneShotTimer(int clock)
+    : m_timer(timerfd_create(clock, TFD_NONBLOCK | TFD_CLOEXEC)) {}
 
 void OneShotTimer::expireIn(int milliseconds) {
     constexpr int millisecondsPerSecond = 1000;

@@ -9,8 +9,8 @@
 namespace plenzo {
 
 /// Says when something changes in calendar files, or in folders of them and the folders in those.
-/// Only what is finished counts: a file that was written and closed, moved to its place, removed, or
-/// made writable or not; never one that is still being written.
+/// Only what is finished counts: a file that was written and closed, moved to its place, removed,
+/// or made writable or not; never one that is still being written.
 class PathWatch {
 public:
     PathWatch();

@@ -1,5 +1,4 @@
 #include "host/path_watch.h"
-
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 #include "host/sent_events.h"
-
 #include "propertylist/known_keys.h"
 
 #include <gmock/gmock.h>

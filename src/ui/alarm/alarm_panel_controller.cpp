@@ -19,6 +19,10 @@ constexpr std::size_t greatestVisibleRowCount = 5;
 /// From the window's appearance until it takes the keyboard, when the settings say so.
 constexpr double focusDelaySeconds = 3.2;
 
+/// From an alarm until it has to be seen. What the window manager does to the window at the moment
+/// of the alarm is known by then.
+constexpr double sightDelaySeconds = 1.0;
+
 } // namespace
 
 void AlarmPanelController::addDisplayAlarm(const Alarm& alarm) {
@@ -35,6 +39,12 @@ void AlarmPanelController::showAlarmWindowIfNecessary() {
     const std::size_t last = m_rows.size() - 1;
     m_collaborators.list.selectRow(last);
     m_collaborators.list.scrollToRow(last);
+    showIfHidden();
+    m_sightTimer = m_collaborators.timers.schedule(m_collaborators.clock.now() + sightDelaySeconds,
+                                                   [this] { showIfHidden(); });
+}
+
+void AlarmPanelController::showIfHidden() {
     if (!m_collaborators.panel.isVisible()) {
         show();
     }
@@ -186,7 +196,7 @@ void AlarmPanelController::redrawOrCloseAlarmWindowAfterDeletingAlarms(const Ind
     }
     m_collaborators.list.removeRows(rows);
     if (m_rows.empty()) {
-        m_focusTimer.reset();
+        forgetTimers();
         m_collaborators.panel.close();
         return;
     }
@@ -242,8 +252,13 @@ void AlarmPanelController::windowDidResignKey() {
     setAllModifierDown(false);
 }
 
-void AlarmPanelController::windowWillClose() {
+void AlarmPanelController::forgetTimers() {
     m_focusTimer.reset();
+    m_sightTimer.reset();
+}
+
+void AlarmPanelController::windowWillClose() {
+    forgetTimers();
     const std::vector<AlarmRow> rows = std::move(m_rows);
     m_rows.clear();
     Indices all(rows.size());

@@ -84,6 +84,8 @@ private:
     void redrawOrCloseAlarmWindowAfterDeletingAlarms(const Indices& rows);
     void setLastRowFlag();
     void show();
+    void showIfHidden();
+    void forgetTimers();
 
     Collaborators m_collaborators;
     AlarmWindowControllerDelegate* m_delegate = nullptr;
@@ -92,6 +94,8 @@ private:
     SnoozeAmount m_snoozeAmount;
     bool m_allModifierDown = false;
     Handle m_focusTimer;
+    /// Looks whether the window is really there.
+    Handle m_sightTimer;
 };
 
 } // namespace plenzo

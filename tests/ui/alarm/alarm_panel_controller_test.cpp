@@ -209,6 +209,18 @@ TEST_F(AnAlarmWindow, TakesTheKeyboardOnlyWhenToldToAndOnlyAfterAWhile) {
     EXPECT_EQ(timers.pendingCount(), 0U) << "a window that is gone takes nothing";
 }
 
+TEST_F(AnAlarmWindow, ComesBackWhenItWasMinimizedInTheMomentOfAnAlarm) {
+    add({"a"});
+    panel.visible = false;
+    timers.advanceTo(clock.now() + 1);
+    EXPECT_TRUE(panel.visible);
+    panel.visible = false;
+    timers.advanceTo(clock.now() + 60);
+    EXPECT_FALSE(panel.visible) << "who minimizes it later wants it so";
+    add({"b"});
+    EXPECT_TRUE(panel.visible);
+}
+
 TEST_F(AnAlarmWindow, OffersReturnToTheButtonOfTheSettingsWhileItHasTheKeyboard) {
     add({"a"});
     controller.windowDidBecomeKey();
