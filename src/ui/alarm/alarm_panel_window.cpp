@@ -225,6 +225,9 @@ void AlarmPanelWindow::connectSnoozeControls(AlarmPanelController& controller,
 
 void AlarmPanelWindow::becomeKey(AlarmPanelController& controller) {
     controller.windowDidBecomeKey();
+    // A key that was pressed while another window had the keyboard.
+    controller.setAllModifierDown(
+        (QGuiApplication::queryKeyboardModifiers() & (Qt::ShiftModifier | Qt::AltModifier)) != 0);
     m_snoozeTextField->setFocus();
     m_snoozeTextField->selectAll();
 }
