@@ -1,6 +1,7 @@
 #include "host/host.h"
 
 #include "host/agent_link.h"
+#include "host/configured_calendars.h"
 #include "host/host_loop.h"
 #include "propertylist/binary_property_list.h"
 
@@ -26,7 +27,24 @@ std::unique_ptr<sdbus::IConnection> sessionBus(std::string& error) {
 
 } // namespace
 
-Host::Host(HostOptions options) : m_options(std::move(options)) {}
+Host::Host(HostOptions options) : m_options(std::move(options)) {
+    readConfiguration();
+}
+
+/// Paths on the command line take the place of the calendars that are configured.
+void Host::readConfiguration() {
+    const std::string& path = m_options.configurationPath;
+    m_configuration = path.empty() ? defaultConfiguration() : loadConfiguration(path);
+    for (const ConfigurationProblem& problem : m_configuration.problems) {
+        report(problemText(path, problem));
+    }
+    if (!m_options.paths.empty()) {
+        m_configuration.calendars.clear();
+    } else if (m_configuration.calendars.empty()) {
+        report("there are no calendars: name files, or put them into " +
+               (path.empty() ? defaultConfigurationPath() : path));
+    }
+}
 
 bool Host::dump() {
     const auto bytes = writeBinaryPropertyList(pushAsDictionary(currentPush()));
@@ -74,7 +92,10 @@ void Host::pushTo(AgentLink& link) {
 
 AgentPush Host::currentPush() {
     const ExpansionWindow window = expansionWindow(now(), m_options.days, m_options.zone);
-    AgentPush push = agentPush(loadCalendars(m_options.paths), window);
+    AgentPush push = agentPush(m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
+                                                       : loadCalendars(m_options.paths),
+                               window);
+    push.preferences = m_configuration.preferences;
     for (const std::string& problem : push.problems) {
         report(problem);
     }

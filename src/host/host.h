@@ -2,6 +2,7 @@
 
 #include "host/agent_push.h"
 #include "host/command_line.h"
+#include "host/configuration.h"
 
 #include <set>
 #include <string>
@@ -25,10 +26,12 @@ public:
 private:
     void pushTo(AgentLink& link);
     AgentPush currentPush();
+    void readConfiguration();
     SystemSeconds now() const;
     void report(const std::string& problem);
 
     HostOptions m_options;
+    Configuration m_configuration;
     std::set<std::string> m_reported; // each problem is named once
 };
 
