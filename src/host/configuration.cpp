@@ -20,7 +20,7 @@ std::string environmentText(const char* name) {
 
 /// The folder that the variable names, or that one in the home folder; empty when there is neither.
 std::string userFolder(const char* variable, const char* folderInHome) {
-    const std::string named = environmentText(variable);
+    std::string named = environmentText(variable);
     if (named.starts_with('/')) { // the specification has relative ones ignored
         return named;
     }

@@ -234,10 +234,11 @@ std::optional<QuickDay> QuickDates::weekdayAt(std::size_t index, bool isIntroduc
         return std::nullopt;
     }
     // "Friday 13 November" is that day, whatever its weekday.
-    const std::size_t next = index + weekday->length;
+    const std::size_t next =
+        index + weekday->length + lengthOf(index + weekday->length, WordRole::The);
     for (Found dated : {numericDayAt(next, false), monthDayAt(next), dayMonthAt(next)}) {
         if (dated) {
-            dated->length += weekday->length;
+            dated->length += next - index;
             return dated;
         }
     }

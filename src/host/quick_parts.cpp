@@ -12,7 +12,7 @@ constexpr int mostRepetitions = 9999;
 class PartsReader {
 public:
     PartsReader(const QuickTokens& text, cctz::civil_day today, DayMonthOrder order)
-        : m_text(text), m_tokens(text.tokens), m_dates(m_tokens, today, order),
+        : m_text(text), m_tokens(text.tokens), m_today(today), m_dates(m_tokens, today, order),
           m_times(m_tokens, m_dates) {
         m_parts.isTaken.resize(m_tokens.size());
     }
@@ -108,15 +108,30 @@ private:
         return introduction + found->length;
     }
 
+    /// The end of the recurrence, or else of days that begin today.
     std::size_t takeUntil(std::size_t index) {
         const std::size_t until = lengthOf(index, WordRole::Until);
-        const bool isWanted = m_parts.recurrence && !m_parts.recurrence->until;
-        const auto day = until > 0 && isWanted ? m_dates.dayAt(index + until) : std::nullopt;
+        const bool isEnd = m_parts.recurrence && !m_parts.recurrence->until;
+        auto day =
+            until > 0 && (isEnd || !m_parts.day) ? m_dates.dayAt(index + until) : std::nullopt;
         if (!day) {
             return 0;
         }
-        m_parts.recurrence->until = day->first;
+        if (isEnd) {
+            m_parts.recurrence->until = day->first;
+        } else {
+            takeDaysUntil(*day);
+        }
         return until + day->length;
+    }
+
+    void takeDaysUntil(QuickDay day) {
+        if (m_parts.kind == ItemKind::Event && day.last >= m_today) {
+            day.first = m_today;
+            day.hour.reset();
+            day.movesByWeeks = false;
+        }
+        m_parts.day = day;
     }
 
     std::size_t takeCount(std::size_t index) {
@@ -234,7 +249,7 @@ private:
         }
         const std::size_t end = endOfName(index + 1, isMarked);
         const bool isPlace = isAt || holdsPlace(index + 1, end);
-        if (end == index + 1 || !isPlace) {
+        if (end == index + 1 || !isPlace || (!isMarked && !isWhole(end))) {
             return 0;
         }
         m_parts.location = textOf(index + 1, end);
@@ -256,6 +271,12 @@ private:
             ++end;
         }
         return end;
+    }
+
+    /// Whether a name ends here: "at Ana's" is cut out of "at Ana's place".
+    bool isWhole(std::size_t end) const {
+        return end == m_tokens.size() || isPart(end) || word(end, WordRole::With) ||
+               word(end, WordRole::For) || word(end, WordRole::From) || word(end, WordRole::Every);
     }
 
     bool isPart(std::size_t index) const {
@@ -282,6 +303,7 @@ private:
 
     const QuickTokens& m_text;
     const std::vector<QuickToken>& m_tokens;
+    cctz::civil_day m_today;
     QuickDates m_dates;
     QuickTimesReader m_times;
     QuickParts m_parts;

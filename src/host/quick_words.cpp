@@ -139,6 +139,7 @@ constexpr WordRow englishRows[] = {
     {"theatre", EveningHint, 0},
 
     {"on", On, 0},
+    {"by", On, 0},
     {"the", The, 0},
     {"of", Of, 0},
     {"next", Next, 0},
@@ -155,6 +156,7 @@ constexpr WordRow englishRows[] = {
     {"till", Until, 0},
     {"through", Until, 0},
     {"for", For, 0},
+    {"with", With, 0},
     {"every", Every, 0},
     {"each", Every, 0},
     {"other", Other, 0},
@@ -283,6 +285,7 @@ constexpr WordRow germanRows[] = {
     {"bis", Until, 0},
     {"bis zum", Until, 0},
     {"für", For, 0},
+    {"mit", With, 0},
     {"jeden", Every, 0},
     {"jede", Every, 0},
     {"jedes", Every, 0},

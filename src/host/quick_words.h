@@ -41,6 +41,7 @@ enum class WordRole : std::uint8_t {
     To,
     Until,
     For,
+    With,
     Every,
     Other,
     Times,
