@@ -162,7 +162,7 @@ bool PlenzoAlarm::eventHasAlarm(const Alarm& row, Instant before) const {
     return m_alarmQueue.hasAlarmOf(records, before);
 }
 
-void PlenzoAlarm::applicationDidBecomeActive() {
+void PlenzoAlarm::applicationDidBecomeActive() const {
     if (m_windows.alarmWindow != nullptr) {
         m_windows.alarmWindow->makeAlarmWindowKeyIfVisible();
     }

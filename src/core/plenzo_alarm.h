@@ -58,7 +58,7 @@ public:
     void applicationWillTerminate();
 
     /// The user turns to the agent: the alarm window, when it is there, gets the keyboard.
-    void applicationDidBecomeActive();
+    void applicationDidBecomeActive() const;
 
     void version(std::string_view version) override;
     void alarmsUpdated(Array eventDicts, bool delta) override;

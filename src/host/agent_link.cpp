@@ -97,6 +97,14 @@ bool AgentLink::pushDelta(const Array& events) {
     }
 }
 
+void AgentLink::pushPreferences(const Dictionary& preferences) {
+    try {
+        sendDictionary("PrefsUpdated", preferences);
+    } catch (const sdbus::Error&) {
+        // They come with the next full update.
+    }
+}
+
 bool AgentLink::pushSourceList(const Array& nodes) {
     try {
         return sendSourceList(nodes);

@@ -43,6 +43,7 @@ public:
     /// be sent.
     bool pushDelta(const Array& events);
     bool pushSourceList(const Array& nodes);
+    void pushPreferences(const Dictionary& preferences);
 
 private:
     void subscribe();

@@ -22,11 +22,10 @@ SystemSeconds systemTime() {
 
 } // namespace
 
-CalendarWatch::CalendarWatch(HostLoop& loop, std::vector<std::string> paths, CalendarZone zone,
-                             Listener listener)
+CalendarWatch::CalendarWatch(HostLoop& loop, Paths paths, CalendarZone zone, Listener listener)
     : m_paths(std::move(paths)), m_zone(std::move(zone)), m_listener(std::move(listener)),
       m_settling(CLOCK_MONOTONIC), m_midnight(CLOCK_REALTIME) {
-    m_files.watch(m_paths);
+    m_files.watch(m_paths());
     waitForMidnight();
     loop.watch(m_files.descriptor(), [this] {
         if (m_files.readChanges()) {
@@ -47,8 +46,9 @@ void CalendarWatch::noteChange() {
 void CalendarWatch::settled() {
     m_settling.acknowledge();
     m_waits = 0;
-    m_files.watch(m_paths);
     m_listener.calendarsChanged();
+    // The folders that have come, and those that the configuration names now.
+    m_files.watch(m_paths());
 }
 
 void CalendarWatch::newDay() {

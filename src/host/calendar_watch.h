@@ -15,6 +15,9 @@ namespace plenzo {
 /// and settled, or a new day has begun.
 class CalendarWatch {
 public:
+    /// What is to be watched: asked for at first and after each change.
+    using Paths = std::function<std::vector<std::string>()>;
+
     struct Listener {
         std::function<void()> calendarsChanged;
         /// Or the clock was set.
@@ -22,8 +25,7 @@ public:
     };
 
     /// Serves on the loop, which it outlives.
-    CalendarWatch(HostLoop& loop, std::vector<std::string> paths, CalendarZone zone,
-                  Listener listener);
+    CalendarWatch(HostLoop& loop, Paths paths, CalendarZone zone, Listener listener);
 
 private:
     void noteChange();
@@ -31,7 +33,7 @@ private:
     void newDay();
     void waitForMidnight();
 
-    std::vector<std::string> m_paths;
+    Paths m_paths;
     CalendarZone m_zone;
     Listener m_listener;
     PathWatch m_files;

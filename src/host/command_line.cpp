@@ -1,8 +1,12 @@
 #include "host/command_line.h"
 
+#include "host/configuration.h"
 #include "host/zone_table.h"
 
 #include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <system_error>
 
 namespace plenzo {
 
@@ -15,15 +19,20 @@ constexpr int usageError = 2;
 struct OptionTexts {
     std::string now;
     std::string zone;
+    std::string configuration;
     bool dumps = false;
+    bool checks = false;
 };
 
 void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) {
     parser.set_version_flag("--version", "plenzohost " PLENZO_VERSION);
+    parser.add_option("PATH", options.paths,
+                      "iCalendar files, or folders with .ics files (and the folders in them), "
+                      "instead of the calendars of the configuration");
     parser
-        .add_option("PATH", options.paths,
-                    "iCalendar files, or folders with .ics files (and the folders in them)")
-        ->required();
+        .add_option("--config", texts.configuration,
+                    "Read this file instead of plenzohost/config.toml in the configuration folder")
+        ->type_name("FILE");
     parser.add_option("--days", options.days, "How many days to look ahead, today included")
         ->check(CLI::Range(1, longestWindowDays))
         ->capture_default_str();
@@ -35,6 +44,18 @@ void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) 
     parser.add_flag("--dump", texts.dumps,
                     "Write what the agent would be sent to standard output, as one binary property "
                     "list, and end");
+    CLI::App* check = parser.add_subcommand(
+        "check", "Say what is wrong in the configuration and its calendars, and end");
+    check->add_option("FILE", texts.configuration, "The configuration to check");
+    check->callback([&texts] { texts.checks = true; });
+}
+
+/// The file that is to be read, or empty: the usual one need not be there.
+std::string configurationPath(const OptionTexts& texts) {
+    std::error_code error;
+    const std::string usual = defaultConfigurationPath();
+    const bool isThere = texts.configuration.empty() && std::filesystem::exists(usual, error);
+    return isThere ? usual : texts.configuration;
 }
 
 std::optional<SystemSeconds> instantFromText(const std::string& text) {
@@ -46,7 +67,8 @@ std::optional<SystemSeconds> instantFromText(const std::string& text) {
 
 /// What is wrong with the texts, or nothing.
 std::string understand(const OptionTexts& texts, HostOptions& options) {
-    options.mode = texts.dumps ? HostMode::Dump : HostMode::Serve;
+    options.mode = texts.checks ? HostMode::Check : texts.dumps ? HostMode::Dump : HostMode::Serve;
+    options.configurationPath = configurationPath(texts);
     options.zone = CalendarZone(cctz::local_time_zone());
     if (!texts.zone.empty()) {
         const auto zone = systemZoneNamed(texts.zone);

@@ -8,11 +8,12 @@
 
 namespace plenzo {
 
-enum class HostMode { Serve, Dump };
+enum class HostMode { Serve, Dump, Check };
 
 /// What the command line asks for.
 struct HostOptions {
-    std::vector<std::string> paths;
+    std::vector<std::string> paths; // instead of the calendars of the configuration
+    std::string configurationPath;  // empty when there is none
     int days = 30;
     std::optional<SystemSeconds> fixedNow;
     CalendarZone zone;

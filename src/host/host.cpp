@@ -2,6 +2,7 @@
 
 #include "host/agent_link.h"
 #include "host/calendar_watch.h"
+#include "host/configured_calendars.h"
 #include "host/host_loop.h"
 #include "propertylist/binary_property_list.h"
 
@@ -27,7 +28,24 @@ std::unique_ptr<sdbus::IConnection> sessionBus(std::string& error) {
 
 } // namespace
 
-Host::Host(HostOptions options) : m_options(std::move(options)) {}
+Host::Host(HostOptions options) : m_options(std::move(options)) {
+    readConfiguration();
+}
+
+/// Paths on the command line take the place of the calendars that are configured.
+void Host::readConfiguration() {
+    const std::string& path = m_options.configurationPath;
+    m_configuration = path.empty() ? defaultConfiguration() : loadConfiguration(path);
+    for (const ConfigurationProblem& problem : m_configuration.problems) {
+        report(problemText(path, problem));
+    }
+    if (!m_options.paths.empty()) {
+        m_configuration.calendars.clear();
+    } else if (m_configuration.calendars.empty()) {
+        report("there are no calendars: name files, or put them into " +
+               (path.empty() ? defaultConfigurationPath() : path));
+    }
+}
 
 bool Host::dump() {
     const auto bytes = writeBinaryPropertyList(pushAsDictionary(currentPush()));
@@ -57,7 +75,7 @@ int Host::serve() {
         link->startAgent();
     }
     const CalendarWatch watch(
-        loop, m_options.paths, m_options.zone,
+        loop, [this] { return watchedPaths(); }, m_options.zone,
         {.calendarsChanged = [&] { pushChangesTo(*link); }, .dayChanged = pushAll});
     if (loop.run(*connection) == LoopEnd::Terminated) {
         return 0;
@@ -78,7 +96,23 @@ void Host::pushTo(AgentLink& link) {
               << std::endl; // Who reads this through a pipe waits for it.
 }
 
+std::vector<std::string> Host::watchedPaths() const {
+    std::vector<std::string> paths = m_options.paths;
+    if (!m_options.configurationPath.empty()) {
+        paths.push_back(m_options.configurationPath);
+    }
+    for (const ConfiguredCalendar& calendar : m_configuration.calendars) {
+        paths.push_back(calendar.path);
+    }
+    return paths;
+}
+
 void Host::pushChangesTo(AgentLink& link) {
+    const Dictionary sentPreferences = m_configuration.preferences;
+    readConfiguration();
+    if (!(Value(sentPreferences) == Value(m_configuration.preferences))) {
+        link.pushPreferences(m_configuration.preferences);
+    }
     const AgentPush push = currentPush();
     if (!(Value(push.sourceList) == Value(m_sentSourceList)) &&
         link.pushSourceList(push.sourceList)) {
@@ -97,7 +131,10 @@ void Host::pushChangesTo(AgentLink& link) {
 
 AgentPush Host::currentPush() {
     const ExpansionWindow window = expansionWindow(now(), m_options.days, m_options.zone);
-    AgentPush push = agentPush(loadCalendars(m_options.paths), window);
+    AgentPush push = agentPush(m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
+                                                       : loadCalendars(m_options.paths),
+                               window);
+    push.preferences = m_configuration.preferences;
     for (const std::string& problem : push.problems) {
         report(problem);
     }

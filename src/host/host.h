@@ -2,6 +2,7 @@
 
 #include "host/agent_push.h"
 #include "host/command_line.h"
+#include "host/configuration.h"
 #include "host/sent_events.h"
 
 #include <set>
@@ -27,13 +28,16 @@ public:
 private:
     void pushTo(AgentLink& link);
     void pushChangesTo(AgentLink& link);
+    [[nodiscard]] std::vector<std::string> watchedPaths() const;
     AgentPush currentPush();
+    void readConfiguration();
     SystemSeconds now() const;
     void report(const std::string& problem);
 
     HostOptions m_options;
     SentEvents m_sentEvents;
     Array m_sentSourceList;
+    Configuration m_configuration;
     std::set<std::string> m_reported; // each problem is named once
 };
 
