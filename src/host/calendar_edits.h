@@ -16,8 +16,9 @@ namespace plenzo {
 /// The ACKNOWLEDGED of a recurring item means all moments up to it. It is put there, without a new
 /// component, as long as nothing else falls silent by it: no later occurrence (the time is brought
 /// forward to a second after the alarm's own moment where that helps), and no earlier one of which
-/// the person may still want to hear, because it is not over or its moment is less than a day past.
-/// Otherwise the occurrence gets an override that carries the property.
+/// the person may still want to hear, because it is not over (a to-do is when it was due) or its
+/// moment is less than a day past. Otherwise the occurrence gets an override that carries the
+/// property.
 ///
 /// An acknowledged snooze alarm is taken away, and its original acknowledged.
 EditResult acknowledgeAlarm(std::string_view text, const AlarmTarget& target,
