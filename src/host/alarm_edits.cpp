@@ -1,9 +1,9 @@
 #include "host/alarm_entries.h"
+#include "host/alarm_parts.h"
 #include "host/calendar_edits.h"
 #include "host/series_text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 
 namespace plenzo {
@@ -19,95 +19,6 @@ bool isWritableTime(SystemSeconds instant) {
     const auto year = CalendarZone().localOf(instant).year();
     return year >= 1 && year <= 9999;
 }
-
-bool equalsIgnoringCase(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return std::toupper(static_cast<unsigned char>(a)) ==
-               std::toupper(static_cast<unsigned char>(b));
-    });
-}
-
-/// The UID of the alarm that this one is the snooze of, or empty.
-std::string originalUidOf(const ContentComponent& alarm) {
-    const ContentLine* related = alarm.property("RELATED-TO");
-    const bool isSnooze =
-        related != nullptr && equalsIgnoringCase(related->parameter("RELTYPE"), "SNOOZE");
-    return isSnooze ? related->text() : std::string();
-}
-
-bool isAtFixedTime(const ContentComponent& alarm) {
-    const ContentLine* trigger = alarm.property("TRIGGER");
-    return trigger != nullptr && equalsIgnoringCase(trigger->parameter("VALUE"), "DATE-TIME");
-}
-
-std::string uidOf(const ContentComponent& alarm) {
-    const ContentLine* uid = alarm.property("UID");
-    return uid == nullptr ? std::string() : uid->text();
-}
-
-/// The VALARM parts of one component, by how they belong together.
-class AlarmParts {
-public:
-    AlarmParts(ContentComponent& parent, std::string_view lineEnding)
-        : m_parent(parent), m_lineEnding(lineEnding) {}
-
-    ContentComponent* at(int place) const {
-        const auto alarms = m_parent.components("VALARM");
-        const auto index = static_cast<std::size_t>(place);
-        return index < alarms.size() ? alarms[index] : nullptr;
-    }
-
-    /// The alarm that this one was made from, or null.
-    ContentComponent* originalOf(const ContentComponent& snooze) const {
-        const std::string uid = originalUidOf(snooze);
-        for (ContentComponent* alarm : m_parent.components("VALARM")) {
-            if (!uid.empty() && uidOf(*alarm) == uid && alarm != &snooze) {
-                return alarm;
-            }
-        }
-        return nullptr;
-    }
-
-    void removeSnoozesOf(const ContentComponent& original) {
-        const std::string uid = uidOf(original);
-        for (const ContentComponent* alarm : m_parent.components("VALARM")) {
-            if (!uid.empty() && alarm != &original && originalUidOf(*alarm) == uid) {
-                m_parent.remove(*alarm);
-            }
-        }
-    }
-
-    void setAcknowledged(ContentComponent& alarm, SystemSeconds moment) const {
-        alarm.setProperty("ACKNOWLEDGED", "ACKNOWLEDGED:" + universalTimeText(moment),
-                          m_lineEnding);
-    }
-
-    void addSnooze(ContentComponent& original, SystemSeconds until, const EditContext& context) {
-        if (uidOf(original).empty()) {
-            original.setProperty("UID", "UID:" + escapedText(context.newUid()), m_lineEnding);
-        }
-        removeSnoozesOf(original);
-        auto snooze = original.copy();
-        for (const char* name : {"DURATION", "REPEAT", "ACKNOWLEDGED", "RELATED-TO", "PROXIMITY"}) {
-            snooze->removeProperties(name);
-        }
-        snooze->setProperty("UID", "UID:" + escapedText(context.newUid()), m_lineEnding);
-        setTrigger(*snooze, until);
-        snooze->setProperty("RELATED-TO",
-                            "RELATED-TO;RELTYPE=SNOOZE:" + escapedText(uidOf(original)),
-                            m_lineEnding);
-        m_parent.insertAfter(original, std::move(snooze));
-    }
-
-    void setTrigger(ContentComponent& alarm, SystemSeconds moment) const {
-        alarm.setProperty("TRIGGER", "TRIGGER;VALUE=DATE-TIME:" + universalTimeText(moment),
-                          m_lineEnding);
-    }
-
-private:
-    ContentComponent& m_parent;
-    std::string m_lineEnding;
-};
 
 /// The alarm that a target names, in its text.
 class AlarmInText {
@@ -155,7 +66,7 @@ public:
         }
         original = original == nullptr ? alarm : original;
         parts.setAcknowledged(*original, latest(soonest()));
-        parts.addSnooze(*original, until, m_context);
+        parts.addSnooze(*original, until, m_context.newUid);
         return finished(*own);
     }
 

@@ -13,7 +13,8 @@ namespace plenzo {
 using TextEdit = std::function<EditResult(std::string_view text)>;
 
 /// Changes a calendar file as a whole: at every moment its path holds the old text or the new one,
-/// also after a loss of power. A symbolic link stays one, and the mode is kept.
+/// also after a loss of power. A symbolic link stays one, and the mode is kept; other
+/// names of the same file (hard links) and access lists are not.
 class CalendarWriter {
 public:
     explicit CalendarWriter(FileReplacement& files) : m_files(files) {}

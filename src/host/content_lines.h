@@ -50,6 +50,9 @@ std::string foldedLine(std::string_view content, std::string_view lineEnding);
 /// A text as the value of a TEXT property.
 std::string escapedText(std::string_view text);
 
+/// What a BEGIN or END names, in capitals and without white space.
+std::string componentName(const ContentLine& line);
+
 /// A component as it stands in a text, with everything in it in its order. Whatever is not edited
 /// keeps its bytes.
 class ContentComponent {
@@ -65,7 +68,9 @@ public:
     const std::string& name() const { return m_name; }
     int firstLine() const { return m_firstLine; } // of its BEGIN in the text; 0 for a new one
 
+    /// The first property of that name, or null; and all of them.
     const ContentLine* property(std::string_view name) const;
+    std::vector<const ContentLine*> properties(std::string_view name) const;
 
     /// Puts a line in the place of the first property of that name and takes away the others; a new
     /// one goes behind the last property. The content is the line without its ending.

@@ -77,7 +77,7 @@ std::string FileReplacementOnDisk::writeThrough(const std::string& path, const s
     if (!file.isOpen()) {
         return std::strerror(errno);
     }
-    const std::string error = writeAll(file.get(), text);
+    std::string error = writeAll(file.get(), text);
     if (!error.empty()) {
         return error;
     }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr ExpansionBudget budgetOfSearch{400'000, 10'000};
 constexpr cctz::seconds oneDay(86400);
-constexpr cctz::seconds fourYears(4 * 366 * std::int64_t{86400});
+constexpr cctz::seconds fourYears(std::int64_t{4} * 366 * 86400);
 constexpr std::size_t mostCompared = 100;
 
 /// Where an occurrence of a series stands, to compare two series.

@@ -142,6 +142,21 @@ TEST(SnoozingAnAlarm, AgainReplacesTheSnoozeAndDismissingTakesItAway) {
     }
 }
 
+TEST(ASnoozeOfAnotherProgram, IsKnownByItsRelation) {
+    const std::string before = fileAround(
+        "BEGIN:VEVENT\nUID:s\nDTSTART:20260312T100000Z\nBEGIN:VALARM\nUID:a\nACTION:DISPLAY\n"
+        "TRIGGER:-PT5M\nACKNOWLEDGED:20260312T095500Z\nEND:VALARM\nBEGIN:VALARM\nUID:z\n"
+        "RELATED-TO:other\nRELATED-TO;X-A=1;reltype=snooze:a\nACTION:DISPLAY\n"
+        "TRIGGER;VALUE=DATE-TIME:20260312T103000Z\nEND:VALARM\nEND:VEVENT\n");
+    // Acknowledged at its very moment: it does not go off again.
+    EXPECT_THAT(firings(before), ElementsAre("2026-03-12T10:00 at 2026-03-12T10:30"));
+    const std::string after =
+        acknowledged(before, "c~s~20260312T100000Z~z", "2026-03-12T10:31:00Z");
+    EXPECT_THAT(firings(after), ElementsAre());
+    EXPECT_THAT(after, HasSubstr("ACKNOWLEDGED:20260312T103100Z"));
+    EXPECT_THAT(after, Not(HasSubstr("UID:z")));
+}
+
 TEST(SnoozingAnAlarm, WithoutAUidGivesItOne) {
     const std::string before =
         "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nUID:s\r\nDTSTART;VALUE=DATE:20260310\r\n"
