@@ -69,6 +69,12 @@ void setAction(Dictionary& entry, const AlarmDefinition& definition) {
     }
 }
 
+/// RFC 9074, 6.1: an alarm is acknowledged at or after its moment; the agent wants later than it.
+SystemSeconds acknowledgedFor(const AlarmMoment& moment) {
+    const SystemSeconds acknowledged = *moment.definition->acknowledged;
+    return acknowledged == moment.at ? acknowledged + cctz::seconds(1) : acknowledged;
+}
+
 Dictionary reminderEntry(const AlarmMoment& moment, SystemSeconds occurrenceDate,
                          std::string_view occurrenceUid) {
     const AlarmDefinition& definition = *moment.definition;
@@ -84,7 +90,7 @@ Dictionary reminderEntry(const AlarmMoment& moment, SystemSeconds occurrenceDate
         entry.set(keys::rel, static_cast<double>((moment.at - occurrenceDate).count()));
     }
     if (definition.acknowledged) {
-        entry.set(keys::ack, agentDate(*definition.acknowledged));
+        entry.set(keys::ack, agentDate(acknowledgedFor(moment)));
     }
     return entry;
 }

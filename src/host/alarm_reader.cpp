@@ -133,8 +133,9 @@ std::vector<AlarmDefinition> alarmsOf(icalcomponent* component, ZoneTable& zones
     std::vector<AlarmDefinition> alarms;
     std::set<std::string> uids;
     icalcomponent* part = icalcomponent_get_first_component(component, ICAL_VALARM_COMPONENT);
-    while (part != nullptr && alarms.size() < mostAlarms) {
+    for (int place = 0; part != nullptr && alarms.size() < mostAlarms; ++place) {
         if (auto alarm = alarmOf(part, zones)) {
+            alarm->place = place;
             makeDifferent(alarm->uid, uids);
             alarms.push_back(std::move(*alarm));
         }

@@ -14,6 +14,7 @@ struct Calendar {
     std::string title;
     std::uint32_t color = 0; // 0xRRGGBB
     bool isReadOnly = false;
+    std::vector<std::string> files; // their paths
     std::vector<CalendarItem> items;
 };
 

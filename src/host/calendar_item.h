@@ -21,6 +21,7 @@ enum class TriggerBase : std::uint8_t { Start, End };
 /// One VALARM. An absolute trigger, when there is one, wins over the relative one.
 struct AlarmDefinition {
     std::string uid; // its own or a derived one; different for all alarms of an item
+    int place = 0;   // among the VALARM parts of its component, from 0
     AlarmAction action = AlarmAction::Display;
     TriggerBase triggerBase = TriggerBase::Start;
     CalendarDuration relativeTrigger;
@@ -55,6 +56,7 @@ struct CalendarItem {
     ItemKind kind = ItemKind::Event;
     std::string uid;
     int sequence = 0;
+    int file = 0; // among those of its calendar
     int line = 0; // of its BEGIN in the file
 
     std::optional<CalendarTime> start;

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <optional>
 #include <set>
 
@@ -35,8 +34,12 @@ bool holdsOneItem(const ReadCalendar& file) {
                        [&](const CalendarItem& item) { return item.uid == items.front().uid; });
 }
 
-void moveItems(std::vector<CalendarItem>& from, std::vector<CalendarItem>& to) {
-    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+void moveItems(ReadCalendar& file, Calendar& calendar) {
+    for (CalendarItem& item : file.text.items) {
+        item.file = static_cast<int>(calendar.files.size());
+        calendar.items.push_back(std::move(item));
+    }
+    calendar.files.push_back(file.path);
 }
 
 Calendar emptyCalendar(const std::string& path, const std::string& title,
@@ -114,7 +117,7 @@ private:
                                           : file.text.title;
             Calendar calendar = emptyCalendar(file.path, title, file.text.color);
             calendar.isReadOnly = !file.isWritable;
-            calendar.items = std::move(file.text.items);
+            moveItems(file, calendar);
             m_set.calendars.push_back(std::move(calendar));
         }
     }
@@ -126,7 +129,7 @@ private:
                           colorFromText(folder.color));
         for (ReadCalendar& file : files) {
             calendar.isReadOnly = calendar.isReadOnly || !file.isWritable;
-            moveItems(file.text.items, calendar.items);
+            moveItems(file, calendar);
         }
         m_set.calendars.push_back(std::move(calendar));
     }

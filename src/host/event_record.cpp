@@ -29,18 +29,6 @@ std::string timeText(const cctz::civil_second& time) {
     return dayText(cctz::civil_day(time)) + text.data();
 }
 
-std::string identityText(const CalendarTime& time) {
-    switch (time.form) {
-    case TimeForm::Date:
-        return dayText(cctz::civil_day(time.local));
-    case TimeForm::Floating:
-        return timeText(time.local);
-    case TimeForm::Zoned:
-        break;
-    }
-    return timeText(CalendarZone().localOf(time.zone.instantOf(time.local))) + "Z";
-}
-
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
     for (const std::string& word : words) {
@@ -136,12 +124,52 @@ void setCompletion(Dictionary& record, const CalendarItem& item) {
 
 } // namespace
 
+std::string identityText(const CalendarTime& time) {
+    switch (time.form) {
+    case TimeForm::Date:
+        return dayText(cctz::civil_day(time.local));
+    case TimeForm::Floating:
+        return timeText(time.local);
+    case TimeForm::Zoned:
+        break;
+    }
+    return timeText(CalendarZone().localOf(time.zone.instantOf(time.local))) + "Z";
+}
+
+std::optional<CalendarTime> identityFromText(std::string_view text) {
+    const bool isUniversal = text.ends_with('Z');
+    text.remove_suffix(isUniversal ? 1 : 0);
+    const auto number = [text](std::size_t begin, std::size_t length) {
+        int result = 0;
+        for (const char digit : text.substr(begin, length)) {
+            result = 10 * result + (digit - '0'); // checked below
+        }
+        return result;
+    };
+    const bool isTime = text.size() == 15 && text[8] == 'T';
+    if (!isTime && (text.size() != 8 || isUniversal)) {
+        return std::nullopt;
+    }
+    const CalendarTime time{!isTime       ? TimeForm::Date
+                            : isUniversal ? TimeForm::Zoned
+                                          : TimeForm::Floating,
+                            isTime ? cctz::civil_second(number(0, 4), number(4, 2), number(6, 2),
+                                                        number(9, 2), number(11, 2), number(13, 2))
+                                   : cctz::civil_second(number(0, 4), number(4, 2), number(6, 2)),
+                            {}};
+    const bool isNumbered = text.find_first_not_of("0123456789T") == std::string_view::npos;
+    const std::string whole = std::string(text) + (isUniversal ? "Z" : "");
+    return isNumbered && identityText(time) == whole ? std::optional(time) : std::nullopt;
+}
+
+std::string itemIdentifier(const CalendarItem& item) {
+    return item.uid.empty() ? "line-" + std::to_string(item.line) : urlSafe(item.uid);
+}
+
 std::string occurrenceUid(const Occurrence& occurrence, const Calendar& calendar) {
     const CalendarItem& item = *occurrence.item;
-    const std::string itemUid =
-        item.uid.empty() ? "line-" + std::to_string(item.line) : urlSafe(item.uid);
     const std::string day = occurrence.identity ? identityText(*occurrence.identity) : "undated";
-    return joinedIdentifiers(joinedIdentifiers(calendar.uid, itemUid),
+    return joinedIdentifiers(joinedIdentifiers(calendar.uid, itemIdentifier(item)),
                              item.kind == ItemKind::ToDo ? "todo-" + day : day);
 }
 

@@ -1,8 +1,11 @@
 #include "calendar_fixture.h"
+#include "edit_fixture.h"
 #include "host/calendar_records.h"
+#include "host/content_lines.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -177,6 +180,36 @@ TEST(AMutatedCalendar, NeverBreaksTheReader) {
         records += expand(mutated(texts[random() % texts.size()], random)).records.size();
     }
     EXPECT_GT(records, 400U * 20U); // most of every calendar is still there
+}
+
+TEST(AMutatedCalendar, IsEditedWholeOrNotAtAll) {
+    const std::vector<std::string> texts = {
+        fileText(PLENZO_TEST_DATA "/../../samples/work.ics"),
+        fileText(PLENZO_TEST_DATA "/../../samples/home-todos.ics")};
+    const EditContext context = editContext("2026-03-10T12:00:00Z");
+    const auto window = windowFrom("2026-03-10T12:00:00Z", 3);
+    std::mt19937 random(20260311);
+    int done = 0;
+    int refused = 0;
+    for (int round = 0; round < 300; ++round) {
+        const std::string text = mutated(texts[random() % texts.size()], random);
+        std::vector<std::string> uids = reminderUidsIn(text, window);
+        uids.resize(std::min<std::size_t>(uids.size(), 2));
+        for (const std::string& uid : uids) {
+            const AlarmTarget target = alarmTarget(text, uid);
+            for (const EditResult& result :
+                 {acknowledgeAlarm(text, target, context),
+                  snoozeAlarm(text, target, context.now + cctz::seconds(60), context),
+                  completeToDo(text, target.occurrence, Completion::Done, context)}) {
+                std::string whyNot;
+                EXPECT_NE(result.text.empty(), result.error.empty());
+                EXPECT_TRUE(ContentText::fromText(result.text, whyNot)) << whyNot;
+                ++(result.error.empty() ? done : refused);
+            }
+        }
+    }
+    EXPECT_GT(done, 50);
+    EXPECT_GT(refused, 50);
 }
 
 } // namespace plenzo

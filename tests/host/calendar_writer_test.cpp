@@ -1,0 +1,194 @@
+#include "host/calendar_writer.h"
+#include "host/file_text.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+namespace fs = std::filesystem;
+
+namespace plenzo {
+
+namespace {
+
+/// The disk, whose steps can fail one by one, or stop for good as at a loss of power.
+class BreakableFiles final : public FileReplacement {
+public:
+    int failingStep = -1; // that step fails
+    int lastStep = 1000;  // what comes after it does not happen
+    std::function<void()> beforeStamp = [] {};
+
+    std::string realPath(const std::string& path) override { return m_disk.realPath(path); }
+    FoundFile read(const std::string& path) override { return m_disk.read(path); }
+    FileStamp stamp(const std::string& path) override {
+        beforeStamp();
+        return m_disk.stamp(path);
+    }
+    std::string writeThrough(const std::string& path, const std::string& text,
+                             mode_t mode) override {
+        if (fails()) { // a full disk: a part of it is there
+            m_disk.writeThrough(path, text.substr(0, text.size() / 2), mode);
+            return "No space left on device";
+        }
+        return m_disk.writeThrough(path, text, mode);
+    }
+    std::string moveTo(const std::string& from, const std::string& to, bool isNew) override {
+        return fails() ? "Input/output error" : m_disk.moveTo(from, to, isNew);
+    }
+    void remove(const std::string& path) override {
+        if (!fails()) {
+            m_disk.remove(path);
+        }
+    }
+    std::string syncFolder(const std::string& folder) override {
+        return fails() ? "Input/output error" : m_disk.syncFolder(folder);
+    }
+
+private:
+    bool fails() {
+        const int step = m_step++;
+        return step == failingStep || step > lastStep;
+    }
+
+    FileReplacementOnDisk m_disk;
+    int m_step = 0;
+};
+
+class ACalendarWriter : public testing::Test {
+protected:
+    ACalendarWriter() {
+        std::string pattern = (fs::temp_directory_path() / "plenzo-writer-XXXXXX").string();
+        m_folder = mkdtemp(pattern.data());
+        path = (m_folder / "c.ics").string();
+        put("old");
+    }
+    ~ACalendarWriter() override { fs::remove_all(m_folder); }
+
+    void put(const std::string& text) const {
+        std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
+    }
+    std::string text() const { return readFileText(path).text; }
+
+    std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        for (const auto& entry : fs::directory_iterator(m_folder)) {
+            all.push_back(entry.path().filename().string());
+        }
+        return all;
+    }
+
+    static EditResult appendNew(std::string_view text) { return {std::string(text) + "+new", {}}; }
+
+    fs::path m_folder;
+    std::string path;
+};
+
+} // namespace
+
+TEST_F(ACalendarWriter, ReplacesTheFileAndKeepsItsModeAndItsLink) {
+    chmod(path.c_str(), 0640);
+    const std::string link = (m_folder / "link.ics").string();
+    fs::create_symlink("c.ics", link);
+    BreakableFiles files;
+    EXPECT_EQ(CalendarWriter(files).apply(link, appendNew), "");
+    EXPECT_EQ(text(), "old+new");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(static_cast<unsigned>(fs::status(path).permissions()), 0640U);
+    EXPECT_EQ(names().size(), 2U);
+}
+
+TEST_F(ACalendarWriter, LeavesTheOldTextOrTheNewOneWhereverThePowerIsCut) {
+    for (int step = -1; step < 3; ++step) {
+        put("old");
+        BreakableFiles files;
+        files.lastStep = step;
+        CalendarWriter(files).apply(path, appendNew);
+        EXPECT_EQ(text(), step < 1 ? "old" : "old+new") << step;
+        // What is left over stands in nobody's way.
+        BreakableFiles whole;
+        EXPECT_EQ(CalendarWriter(whole).apply(path, appendNew), "");
+        EXPECT_EQ(text(), step < 1 ? "old+new" : "old+new+new") << step;
+        EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
+    }
+}
+
+TEST_F(ACalendarWriter, SaysWhyAndKeepsTheOldFileWhereAStepFails) {
+    const std::pair<int, const char*> rows[] = {{0, "No space left on device"},
+                                                {1, "Input/output error"}};
+    for (const auto& [step, error] : rows) {
+        BreakableFiles files;
+        files.failingStep = step;
+        EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), error);
+        EXPECT_EQ(text(), "old");
+        EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
+    }
+}
+
+TEST_F(ACalendarWriter, AppliesTheEditAgainToAFileThatChangedMeanwhile) {
+    for (const bool isReplacedWhole : {false, true}) {
+        put("old");
+        BreakableFiles files;
+        int changes = 2;
+        files.beforeStamp = [&] {
+            if (changes-- > 0) {
+                const std::string both = text() + "+theirs";
+                if (isReplacedWhole) {
+                    fs::remove(path);
+                }
+                put(both);
+            }
+        };
+        EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), "");
+        EXPECT_EQ(text(), "old+theirs+theirs+new");
+    }
+}
+
+TEST_F(ACalendarWriter, GivesUpOnAFileThatKeepsChanging) {
+    BreakableFiles files;
+    files.beforeStamp = [&] { put(text() + "!"); };
+    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), "the file keeps changing");
+    EXPECT_EQ(text(), "old!!!!!");
+    EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
+}
+
+TEST_F(ACalendarWriter, WritesToNoReadOnlyAndNoMissingFile) {
+    BreakableFiles files;
+    CalendarWriter writer(files);
+    chmod(path.c_str(), 0444);
+    EXPECT_EQ(writer.apply(path, appendNew), "is read-only");
+    EXPECT_EQ(text(), "old");
+    EXPECT_NE(writer.apply(path + ".gone", appendNew), "");
+    EXPECT_NE(writer.apply(m_folder.string(), appendNew), "");
+    EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
+}
+
+TEST_F(ACalendarWriter, WritesNothingWhenTheEditFailsOrChangesNothing) {
+    BreakableFiles files;
+    CalendarWriter writer(files);
+    const FileStamp stamp = files.stamp(path);
+    EXPECT_EQ(writer.apply(path, [](auto) { return EditResult::failed("no"); }), "no");
+    EXPECT_EQ(writer.apply(path, [](auto text) { return EditResult{std::string(text), {}}; }), "");
+    EXPECT_EQ(files.stamp(path), stamp);
+}
+
+TEST_F(ACalendarWriter, MakesANewFileButNeverOverOneThatAppeared) {
+    const std::string fresh = (m_folder / "new.ics").string();
+    BreakableFiles files;
+    EXPECT_EQ(CalendarWriter(files).applyOrCreate(fresh, appendNew), "");
+    EXPECT_EQ(readFileText(fresh).text, "+new");
+    fs::remove(path);
+    int appearances = 1;
+    files.beforeStamp = [&] {
+        if (appearances-- > 0) {
+            put("theirs");
+        }
+    };
+    EXPECT_EQ(CalendarWriter(files).applyOrCreate(path, appendNew), "");
+    EXPECT_EQ(text(), "theirs+new");
+}
+
+} // namespace plenzo
