@@ -35,7 +35,7 @@ cctz::civil_day firstPositioned(cctz::civil_day from, const QuickRecurrence& rec
         const cctz::civil_day day = recurrence.position < 0
                                         ? firstWeekdayFrom(next - daysOfWeek, weekday)
                                         : firstWeekdayFrom(cctz::civil_day(month), weekday) +
-                                              (recurrence.position - 1) * daysOfWeek;
+                                              cctz::diff_t(recurrence.position - 1) * daysOfWeek;
         if (day >= from) {
             return day;
         }
