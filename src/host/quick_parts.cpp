@@ -13,7 +13,7 @@ class PartsReader {
 public:
     PartsReader(const QuickTokens& text, cctz::civil_day today, DayMonthOrder order)
         : m_text(text), m_tokens(text.tokens), m_today(today), m_dates(m_tokens, today, order),
-          m_times(m_tokens, m_dates) {
+          m_times(m_tokens, m_dates), m_recurrences(m_tokens) {
         m_parts.isTaken.resize(m_tokens.size());
     }
 
@@ -146,60 +146,13 @@ private:
     }
 
     std::size_t takeRecurrence(std::size_t index) {
-        if (m_parts.recurrence) {
-            return 0;
-        }
-        QuickRecurrence recurrence;
-        std::size_t length = lengthOf(index, WordRole::Every);
-        if (length == 0) {
-            return 0;
-        }
-        const auto number = digitsOf(index + length < m_tokens.size()
-                                         ? std::string_view(m_tokens[index + length].folded)
-                                         : std::string_view());
-        const auto worded = word(index + length, WordRole::Number);
-        const std::size_t other = lengthOf(index + length, WordRole::Other);
-        recurrence.interval = other > 0 ? 2 : worded ? worded->number : number.value_or(1);
-        length += other > 0 ? other : (worded || number ? 1 : 0);
-        const std::size_t what = readRecurring(index + length, recurrence);
-        if (what == 0 || recurrence.interval < 1 || recurrence.interval > mostRepetitions) {
+        std::size_t length = 0;
+        const auto recurrence =
+            m_parts.recurrence ? std::nullopt : m_recurrences.recurrenceAt(index, length);
+        if (!recurrence) {
             return 0;
         }
         m_parts.recurrence = recurrence;
-        return length + what;
-    }
-
-    /// What comes after "every 2".
-    std::size_t readRecurring(std::size_t index, QuickRecurrence& recurrence) const {
-        if (const auto workday = word(index, WordRole::Workday)) {
-            recurrence.weekdays = {0, 1, 2, 3, 4};
-            return workday->length;
-        }
-        const auto unit = word(index, WordRole::Unit);
-        if (unit && unit->number >= static_cast<int>(QuickUnit::Day)) {
-            recurrence.unit = static_cast<QuickUnit>(unit->number);
-            return unit->length;
-        }
-        return readWeekdays(index, recurrence.weekdays);
-    }
-
-    /// "monday, wednesday and friday".
-    std::size_t readWeekdays(std::size_t index, std::vector<int>& weekdays) const {
-        std::size_t length = 0;
-        constexpr int daysOfWeek = 7;
-        for (int each = 0; each < daysOfWeek; ++each) {
-            const std::size_t joint = length > 0 ? lengthOf(index + length, WordRole::And) : 0;
-            auto day = word(index + length + joint, WordRole::Weekday);
-            day = day ? day : word(index + length + joint, WordRole::DoubtfulWeekday);
-            if (!day) {
-                break;
-            }
-            if (std::find(weekdays.begin(), weekdays.end(), day->number) == weekdays.end()) {
-                weekdays.push_back(day->number);
-            }
-            length += joint + day->length;
-        }
-        std::sort(weekdays.begin(), weekdays.end());
         return length;
     }
 
@@ -210,25 +163,11 @@ private:
             if (m_parts.isTaken[index] || (!isLast && !m_parts.isTaken[index + 1])) {
                 continue;
             }
-            if (const auto recurrence = frequencyAt(index)) {
+            if (const auto recurrence = m_recurrences.frequencyAt(index)) {
                 m_parts.recurrence = recurrence;
                 take(index, 1);
             }
         }
-    }
-
-    std::optional<QuickRecurrence> frequencyAt(std::size_t index) const {
-        QuickRecurrence recurrence;
-        if (const auto frequency = word(index, WordRole::Frequency)) {
-            recurrence.unit = static_cast<QuickUnit>(frequency->number);
-        } else if (word(index, WordRole::Fortnightly)) {
-            recurrence.interval = 2;
-        } else if (word(index, WordRole::Workdays)) {
-            recurrence.weekdays = {0, 1, 2, 3, 4};
-        } else {
-            return std::nullopt;
-        }
-        return recurrence;
     }
 
     void takeHint(std::size_t index) {
@@ -306,6 +245,7 @@ private:
     cctz::civil_day m_today;
     QuickDates m_dates;
     QuickTimesReader m_times;
+    QuickRecurrences m_recurrences;
     QuickParts m_parts;
     bool m_followsDate = false;
     bool m_hasTitle = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/quick_recurrence.h"
 #include "host/quick_times.h"
 #include "host/quick_tokens.h"
 
@@ -12,15 +13,6 @@ namespace plenzo {
 struct QuickAmount {
     int count = 0;
     QuickUnit unit = QuickUnit::Minute;
-};
-
-/// How an entry repeats.
-struct QuickRecurrence {
-    QuickUnit unit = QuickUnit::Week;
-    int interval = 1;
-    std::vector<int> weekdays; // 0 is Monday
-    std::optional<cctz::civil_day> until;
-    std::optional<int> count;
 };
 
 /// What the words of a quick entry say, and which of them say it.

@@ -21,11 +21,13 @@ const char* frequencyName(QuickUnit unit) {
     }
 }
 
-std::string weekdayNames(const std::vector<int>& weekdays) {
+std::string weekdayNames(const QuickRecurrence& recurrence) {
     constexpr const char* names[] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
     std::string text;
-    for (const int weekday : weekdays) {
-        text += (text.empty() ? ";BYDAY=" : ",") + std::string(names[weekday]);
+    const int position = recurrence.position;
+    for (const int weekday : recurrence.weekdays) {
+        text += text.empty() ? ";BYDAY=" : ",";
+        text += (position != 0 ? std::to_string(position) : "") + names[weekday];
     }
     return text;
 }
@@ -60,7 +62,7 @@ std::string quickRule(const QuickRecurrence& recurrence, const std::optional<Qui
     if (recurrence.interval > 1) {
         text += ";INTERVAL=" + std::to_string(recurrence.interval);
     }
-    text += weekdayNames(recurrence.weekdays);
+    text += weekdayNames(recurrence);
     const auto last = lastDay(recurrence, length, cctz::civil_day(start.local));
     if (recurrence.count) {
         text += ";COUNT=" + std::to_string(*recurrence.count);

@@ -26,6 +26,23 @@ cctz::civil_second at(cctz::civil_day day, int hour, int minute) {
     return cctz::civil_second(day.year(), day.month(), day.day(), hour, minute);
 }
 
+/// "The last friday" of this month or the next, from that day on.
+cctz::civil_day firstPositioned(cctz::civil_day from, const QuickRecurrence& recurrence) {
+    const int weekday = recurrence.weekdays.front();
+    cctz::civil_month month(from);
+    while (true) {
+        const cctz::civil_day next(month + 1);
+        const cctz::civil_day day = recurrence.position < 0
+                                        ? firstWeekdayFrom(next - daysOfWeek, weekday)
+                                        : firstWeekdayFrom(cctz::civil_day(month), weekday) +
+                                              cctz::diff_t(recurrence.position - 1) * daysOfWeek;
+        if (day >= from) {
+            return day;
+        }
+        ++month;
+    }
+}
+
 class Scheduler {
 public:
     Scheduler(const QuickParts& parts, const QuickEntryContext& context)
@@ -109,6 +126,9 @@ private:
     cctz::civil_day firstDay(cctz::civil_day day) const {
         if (!m_parts.recurrence || m_parts.recurrence->weekdays.empty()) {
             return day;
+        }
+        if (m_parts.recurrence->position != 0) {
+            return firstPositioned(day, *m_parts.recurrence);
         }
         cctz::civil_day first = day + daysOfWeek;
         for (const int weekday : m_parts.recurrence->weekdays) {

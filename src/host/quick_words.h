@@ -44,6 +44,7 @@ enum class WordRole : std::uint8_t {
     With,
     Every,
     Other,
+    Position, // in a month: 1 is the first, -1 the last
     Times,
     And,
     Frequency, // a unit: daily, weekly, monthly, yearly

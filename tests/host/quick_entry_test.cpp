@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <iterator>
+#include <random>
 #include <sstream>
 
 namespace plenzo {
@@ -89,6 +91,31 @@ TEST(AQuickEntry, HasATitleWhateverIsTyped) {
     }
     EXPECT_EQ(readQuickEntry("", somePresent()).title, "");
     EXPECT_EQ(readQuickEntry(" \t\n ", somePresent()).title, "");
+}
+
+TEST(AQuickEntry, OfAnyOfItsWordsEndsAfterItsStartAndRepeatsByARule) {
+    std::vector<std::string> words = {"-", "0", "24:00", "99", "31", "2/29", "9999-12-31", "1900"};
+    for (const QuickEntryRow& row : quickEntryTable()) {
+        std::istringstream texts(row.text);
+        words.insert(words.end(), std::istream_iterator<std::string>(texts), {});
+    }
+    std::mt19937 random(20261123); // the same texts in every run
+    for (int each = 0; each < 20'000; ++each) {
+        std::string text;
+        for (std::size_t count = 1 + random() % 8; count > 0; --count) {
+            text += words[random() % words.size()] + " ";
+        }
+        const QuickEntry entry = readQuickEntry(text, somePresent());
+        EXPECT_FALSE(entry.title.empty()) << text;
+        EXPECT_TRUE(entry.kind == ItemKind::ToDo || (entry.start && entry.end)) << text;
+        if (entry.start) {
+            ASSERT_TRUE(entry.end) << text;
+            EXPECT_EQ(entry.start->form, entry.end->form) << text;
+            EXPECT_LE(instantOf(*entry.start, {}), instantOf(*entry.end, {})) << text;
+        }
+        EXPECT_TRUE(entry.recurrenceRule.empty() || RecurrenceRule::fromText(entry.recurrenceRule))
+            << text << entry.recurrenceRule;
+    }
 }
 
 TEST(AQuickEntry, IsReadHoweverLongItIs) {
