@@ -56,15 +56,16 @@ bool isSame(const std::optional<CalendarTime>& first, const std::optional<Calend
     return first && second && first->form == second->form && first->local == second->local;
 }
 
-} // namespace
-
-std::string escapedText(std::string_view text) {
+/// Of a TEXT property (RFC 5545, 3.3.11).
+std::string textValue(std::string_view text) {
     std::string escaped;
     for (const char byte : utf8FromUtf16(utf16FromUtf8(text))) {
         appendEscaped(escaped, byte);
     }
     return escaped;
 }
+
+} // namespace
 
 std::string foldedLine(std::string_view line) {
     constexpr std::size_t longestLine = 75;
@@ -88,7 +89,7 @@ std::string componentText(const QuickEntry& entry, const ComponentIdentity& iden
     const bool recurs = !entry.recurrenceRule.empty();
     const std::string name = isEvent ? "VEVENT" : "VTODO";
     std::string text = foldedLine("BEGIN:" + name);
-    text += foldedLine("UID:" + escapedText(identity.uid));
+    text += foldedLine("UID:" + textValue(identity.uid));
     text += foldedLine("DTSTAMP:" + icalUniversalTime(identity.created));
     if (entry.start) {
         text += foldedLine(timeProperty("DTSTART", *entry.start, recurs, identity.zoneName));
@@ -98,8 +99,8 @@ std::string componentText(const QuickEntry& entry, const ComponentIdentity& iden
             timeProperty(isEvent ? "DTEND" : "DUE", *entry.end, recurs, identity.zoneName));
     }
     text += recurs ? foldedLine("RRULE:" + entry.recurrenceRule) : "";
-    text += foldedLine("SUMMARY:" + escapedText(entry.title));
-    text += entry.location.empty() ? "" : foldedLine("LOCATION:" + escapedText(entry.location));
+    text += foldedLine("SUMMARY:" + textValue(entry.title));
+    text += entry.location.empty() ? "" : foldedLine("LOCATION:" + textValue(entry.location));
     return text + foldedLine("END:" + name);
 }
 

@@ -21,9 +21,6 @@ struct ComponentIdentity {
 /// and bytes that are no UTF-8 become U+FFFD.
 std::string componentText(const QuickEntry& entry, const ComponentIdentity& identity);
 
-/// The value of a TEXT property (RFC 5545, 3.3.11), as componentText has it.
-std::string escapedText(std::string_view text);
-
 /// A content line of UTF-8, folded at 75 bytes (RFC 5545, 3.1), with its CR LF.
 std::string foldedLine(std::string_view line);
 
