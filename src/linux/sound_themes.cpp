@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 
 namespace plenzo {
@@ -40,7 +41,7 @@ std::vector<std::string> inherited(const std::string& theme,
                                    const std::vector<std::string>& folders) {
     for (const std::string& folder : folders) {
         const KeyFile index(g_key_file_new());
-        const std::string path = folder + "/" + theme + "/index.theme";
+        const auto path = std::filesystem::path(folder) / theme / "index.theme";
         if (g_key_file_load_from_file(index.get(), path.c_str(), G_KEY_FILE_NONE, nullptr) == 0) {
             continue;
         }

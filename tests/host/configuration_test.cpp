@@ -113,11 +113,11 @@ date-order = "month-first"
     EXPECT_EQ(read.dayMonthOrder, DayMonthOrder::MonthFirst);
 }
 
-TEST(AConfiguration, ThatIsEmptyShowsAlarmsAsNotifications) {
+TEST(AConfiguration, ThatIsEmptyShowsAlarmsInTheirWindow) {
     const Configuration read = configurationOf("");
     EXPECT_THAT(read.calendars, IsEmpty());
     const Dictionary expected{{Key("alarmsIssueAlarms"), true},
-                              {Key("alarmsUseNotificationCenter"), true}};
+                              {Key("alarmsUseNotificationCenter"), false}};
     EXPECT_EQ(read.preferences, expected);
 }
 

@@ -39,6 +39,9 @@ TEST(AContentText, IsWrittenBackByteForByte) {
     int files = 0;
     for (const char* folder : {PLENZO_TEST_DATA "/calendars", PLENZO_TEST_DATA "/../../samples"}) {
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            if (entry.path().extension() != ".ics") {
+                continue;
+            }
             const std::string text = fileText(entry.path());
             EXPECT_EQ(writtenBack(text), text) << entry.path();
             ++files;
