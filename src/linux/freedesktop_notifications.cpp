@@ -22,7 +22,7 @@ FreedesktopNotifications::FreedesktopNotifications(MainLoop& loop, BusOnMainLoop
 FreedesktopNotifications::FreedesktopNotifications(MainLoop& loop, BusOnMainLoop& bus,
                                                    const Clock& clock, Delays delays)
     : m_loop(loop), m_clock(clock), m_delays(delays), m_retryMilliseconds(delays.retryMilliseconds),
-      m_server(bus, serverEvents()) {}
+      m_server(loop, bus, delays.capabilitiesMilliseconds, serverEvents()) {}
 
 NotificationServer::Events FreedesktopNotifications::serverEvents() {
     return {

@@ -34,6 +34,8 @@ public:
         int longestRetryMilliseconds = 3'600'000;
         /// From one sound, whoever plays it, to the next.
         int shortestSoundPauseMilliseconds = 3'000;
+        /// After which alarms wait no longer for a server to say what it can do.
+        int capabilitiesMilliseconds = 10'000;
     };
     /// The named sounds.
     struct Sounds {

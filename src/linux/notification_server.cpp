@@ -51,14 +51,16 @@ std::vector<std::string> capabilityNamesIn(sdbus::MethodReply* reply) {
 
 } // namespace
 
-NotificationServer::NotificationServer(BusOnMainLoop& bus, Events events)
-    : m_bus(bus), m_events(std::move(events)),
-      m_service(
-          bus, serverName, [this] { askForCapabilities(); },
-          [this] {
-              m_capabilities.reset();
-              m_events.left();
-          }) {
+NotificationServer::NotificationServer(MainLoop& loop, BusOnMainLoop& bus,
+                                       int capabilitiesMilliseconds, Events events)
+    : m_loop(loop), m_bus(bus), m_capabilitiesMilliseconds(capabilitiesMilliseconds),
+      m_events(std::move(events)), m_service(
+                                       bus, serverName, [this] { askForCapabilities(); },
+                                       [this] {
+                                           m_capabilitiesLimit.reset();
+                                           m_capabilities.reset();
+                                           m_events.left();
+                                       }) {
     listen();
 }
 
@@ -112,9 +114,19 @@ void NotificationServer::askForStart() {
 
 void NotificationServer::askForCapabilities() {
     m_service.call(patientMethod("GetCapabilities"), [this](sdbus::MethodReply* reply) {
-        m_capabilities = notificationCapabilities(capabilityNamesIn(reply));
-        m_events.ready();
+        m_capabilitiesLimit.reset();
+        noteCapabilities(capabilityNamesIn(reply));
     });
+    m_capabilitiesLimit = m_loop.after(m_capabilitiesMilliseconds,
+                                       [this] { noteCapabilities(capabilityNamesIn(nullptr)); });
+}
+
+void NotificationServer::noteCapabilities(const std::vector<std::string>& names) {
+    const bool wasReady = isReady();
+    m_capabilities = notificationCapabilities(names);
+    if (!wasReady) {
+        m_events.ready();
+    }
 }
 
 void NotificationServer::notify(const UserNotification& notification,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/bus_service.h"
+#include "linux/main_loop.h"
 #include "linux/notification_message.h"
 
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace plenzo {
 
@@ -39,7 +41,9 @@ public:
     };
     using Answered = std::function<void(Answer answer, Number number)>;
 
-    NotificationServer(BusOnMainLoop& bus, Events events);
+    /// A server that has not said what it can do by then is taken for one that shows texts.
+    NotificationServer(MainLoop& loop, BusOnMainLoop& bus, int capabilitiesMilliseconds,
+                       Events events);
 
     [[nodiscard]] bool isReady() const { return m_capabilities.has_value(); }
     /// Has the bus start a server, if it can. False when there is one, or one is being started.
@@ -55,9 +59,13 @@ private:
     void listen();
     void askForStart();
     void askForCapabilities();
+    void noteCapabilities(const std::vector<std::string>& names);
 
+    MainLoop& m_loop;
     BusOnMainLoop& m_bus;
+    int m_capabilitiesMilliseconds;
     Events m_events;
+    Handle m_capabilitiesLimit;
     std::optional<NotificationCapabilities> m_capabilities;
     std::unique_ptr<sdbus::IProxy> m_messageBus;
     bool m_isStarting = false;

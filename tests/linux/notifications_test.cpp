@@ -373,5 +373,25 @@ TEST(AServerOfNotifications, IsStartedForADeliveryAndOnceMoreWhenItLeaves) {
     EXPECT_EQ(startCount(), 3U);
 }
 
+TEST(AServerThatDoesNotSayWhatItCanDo, ShowsTextsUntilItDoes) {
+    ServedBus bus;
+    const auto connection = bus.connect();
+    FakeClock clock{Instant()};
+    FreedesktopNotifications center(bus.loop(), *connection, clock,
+                                    {.returnMilliseconds = 0, .capabilitiesMilliseconds = 1});
+    UserNotification notification;
+    notification.actionButtonTitle = "Snooze";
+    center.deliver(notification);
+    PlayedNotificationServer server(bus, {"body", "actions"});
+    server.holdsAnswers = true;
+    bus.runUntil([&server] { return !server.shown.empty(); });
+    EXPECT_TRUE(server.shown[0].actions.empty());
+    server.release();
+    bus.roundTrip(*connection);
+    center.deliver(notification);
+    bus.runUntil([&server] { return server.shown.size() == 2; });
+    EXPECT_FALSE(server.shown[1].actions.empty());
+}
+
 } // namespace
 } // namespace plenzo

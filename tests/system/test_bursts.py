@@ -64,17 +64,18 @@ class ABurst(NotificationTest):
 class ASlowServer(NotificationTest):
     def test_does_not_make_the_next_alarm_late(self):
         self.start()
+        self.deliver("answered")
         self.server.hold_answers()
         first, second = soon(), soon(later_by=0.5)
-        self.link.push([event("unanswered", first), event("next", second)])
-        self.wait_for("unanswered", "next")
+        self.link.push([event("unanswered", first), event("next", second)], delta=True)
+        self.wait_for("answered", "unanswered", "next")
         self.assertEqual(self.server.unanswered_methods(), ["Notify", "Notify"])
-        self.assertEqual([row["shown"] for row in self.link.delivered()], [False, False])
+        self.assertEqual([row["shown"] for row in self.link.delivered()], [True, False, False])
         self.server.release_answers()
-        self.wait_until(lambda: [row["shown"] for row in self.link.delivered()] == [True, True],
+        self.wait_until(lambda: [row["shown"] for row in self.link.delivered()] == [True] * 3,
                         "its late answers count")
         self.link.call("PrepareToStop")
-        self.wait_until(lambda: self.server.closed == [1, 2], "both closed")
+        self.wait_until(lambda: self.server.closed == [1, 2, 3], "all closed")
 
 
 if __name__ == "__main__":
