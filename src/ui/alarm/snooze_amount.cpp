@@ -25,17 +25,17 @@ double SnoozeAmount::offsetSeconds() const {
     return std::clamp(offset, -greatestOffsetSeconds, greatestOffsetSeconds);
 }
 
-SnoozeAmount snoozeAmountFromSeconds(std::int64_t amount) {
-    if (amount <= 0) {
-        return {.value = amount / seconds(SnoozeUnits::MinutesBeforeStart),
+SnoozeAmount snoozeAmountFromSeconds(std::int64_t amountSeconds) {
+    if (amountSeconds <= 0) {
+        return {.value = amountSeconds / seconds(SnoozeUnits::MinutesBeforeStart),
                 .units = SnoozeUnits::MinutesBeforeStart};
     }
     for (const SnoozeUnits units : {SnoozeUnits::Days, SnoozeUnits::Hours, SnoozeUnits::Minutes}) {
-        if (amount >= seconds(units) && amount % seconds(units) == 0) {
-            return {.value = amount / seconds(units), .units = units};
+        if (amountSeconds >= seconds(units) && amountSeconds % seconds(units) == 0) {
+            return {.value = amountSeconds / seconds(units), .units = units};
         }
     }
-    return {.value = amount / seconds(SnoozeUnits::Minutes), .units = SnoozeUnits::Minutes};
+    return {.value = amountSeconds / seconds(SnoozeUnits::Minutes), .units = SnoozeUnits::Minutes};
 }
 
 std::int64_t withDigit(std::int64_t value, int digit) {

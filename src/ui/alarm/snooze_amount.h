@@ -27,7 +27,7 @@ struct SnoozeAmount {
 
 /// The seconds of the settings in the largest unit that divides them, else in whole minutes; 0 or
 /// less is that long before the start.
-[[nodiscard]] SnoozeAmount snoozeAmountFromSeconds(std::int64_t seconds);
+[[nodiscard]] SnoozeAmount snoozeAmountFromSeconds(std::int64_t amountSeconds);
 
 /// What the amount is when a digit is typed behind it. Stays as it is when it would grow beyond
 /// nine digits.
