@@ -21,7 +21,7 @@ std::string environmentText(const char* name) {
 /// The folder that the variable names, or that one in the home folder; empty when there is neither.
 std::string userFolder(const char* variable, const char* folderInHome) {
     std::string named = environmentText(variable);
-    if (named.starts_with('/')) { // the specification has relative ones ignored
+    if (named.starts_with('/')) { // XDG has relative ones ignored
         return named;
     }
     const std::string home = environmentText("HOME");

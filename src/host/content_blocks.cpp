@@ -51,17 +51,9 @@ public:
     }
 
 private:
-    // A line with the continuation lines that follow it.
     std::string_view nextContentLine() {
-        const std::size_t begin = m_position;
         m_firstLine = m_nextLine;
-        do {
-            const std::size_t newline = m_text.find('\n', m_position);
-            m_position = newline == std::string_view::npos ? m_text.size() : newline + 1;
-            ++m_nextLine;
-        } while (m_position < m_text.size() &&
-                 (m_text[m_position] == ' ' || m_text[m_position] == '\t'));
-        return m_text.substr(begin, m_position - begin);
+        return takeContentLine(m_text, m_position, m_nextLine);
     }
 
     void takeLine() {
@@ -141,6 +133,16 @@ private:
 };
 
 } // namespace
+
+std::string_view takeContentLine(std::string_view text, std::size_t& position, int& lineNumber) {
+    const std::size_t begin = position;
+    do {
+        const std::size_t newline = text.find('\n', position);
+        position = newline == std::string_view::npos ? text.size() : newline + 1;
+        ++lineNumber;
+    } while (position < text.size() && (text[position] == ' ' || text[position] == '\t'));
+    return text.substr(begin, position - begin);
+}
 
 ContentBlocks contentBlocksOf(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

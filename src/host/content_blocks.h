@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,10 @@ struct ContentBlocks {
     std::vector<ComponentBlock> components;
     std::vector<FileProblem> problems;
 };
+
+/// The line at the position with the continuation lines that follow it (RFC 5545, 3.1) and their
+/// ends. Moves the position behind them, and the number by as many lines.
+std::string_view takeContentLine(std::string_view text, std::size_t& position, int& lineNumber);
 
 /// Cuts in one pass. A component without its END, with nesting that does not match or is deeper
 /// than 16, or with a NUL byte is left out and named among the problems.

@@ -1,3 +1,4 @@
+#include "host/content_blocks.h"
 #include "host/content_lines.h"
 
 #include <algorithm>
@@ -52,17 +53,9 @@ public:
     }
 
 private:
-    // A line with the continuation lines that follow it.
     std::string_view nextContentLine() {
-        const std::size_t begin = m_position;
         m_firstLine = m_nextLine;
-        do {
-            const std::size_t newline = m_text.find('\n', m_position);
-            m_position = newline == std::string_view::npos ? m_text.size() : newline + 1;
-            ++m_nextLine;
-        } while (m_position < m_text.size() &&
-                 (m_text[m_position] == ' ' || m_text[m_position] == '\t'));
-        return m_text.substr(begin, m_position - begin);
+        return takeContentLine(m_text, m_position, m_nextLine);
     }
 
     void takeLine() {
