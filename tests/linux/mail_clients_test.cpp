@@ -20,6 +20,7 @@ public:
         m_later.run();
         EXPECT_TRUE(isDone());
     }
+    void waitForClient() override {}
     void endClient() override {}
 
 private:
@@ -27,9 +28,13 @@ private:
     FakeMailClients m_clients{m_later};
 };
 
-/// Once, in the background; and ends the client.
+/// In the background.
 void expectLaunch(PrivateDesktop& desktop) {
     EXPECT_EQ(desktop.nextStart(), "birdmail 0  none none");
+}
+
+/// It was launched only once: no second start comes before the end.
+void expectEnd(PrivateDesktop& desktop) {
     EXPECT_EQ(desktop.endMailClient(), "ended");
 }
 
@@ -37,7 +42,8 @@ class MailClientsOfDesktopUnderContract final : public MailClientsContract {
 public:
     MailClients& clients() override { return m_clients; }
     void runUntil(const std::function<bool()>& isDone) override { m_running.runUntil(isDone); }
-    void endClient() override { expectLaunch(m_desktop); }
+    void waitForClient() override { expectLaunch(m_desktop); }
+    void endClient() override { expectEnd(m_desktop); }
 
 private:
     PrivateDesktop& m_desktop = PrivateDesktop::instance();
@@ -97,6 +103,7 @@ TEST_F(TheMailClients, AreLaunchedByOneThatEndsAtOnce) {
     const Handle unanswered = clients->isRunning("birdmail", [](bool) { FAIL(); });
     clients.reset();
     expectLaunch(desktop);
+    expectEnd(desktop);
 }
 
 } // namespace

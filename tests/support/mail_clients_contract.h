@@ -23,7 +23,9 @@ public:
 
     virtual MailClients& clients() = 0;
     virtual void runUntil(const std::function<bool()>& isDone) = 0;
-    /// The client has been launched, and is of no use any more.
+    /// Returns when the client that was launched is there.
+    virtual void waitForClient() = 0;
+    /// The client is of no use any more.
     virtual void endClient() = 0;
 
     void findsTheDefaultAndTellsItLater() {
@@ -40,6 +42,7 @@ public:
     void launchesAClientThatThenRuns() {
         EXPECT_FALSE(isRunning("birdmail"));
         clients().launch("birdmail");
+        waitForClient();
         EXPECT_TRUE(isRunning("birdmail"));
         endClient();
     }

@@ -21,6 +21,8 @@ class Sleep(NotificationTest):
         self.manager.wait_for_inhibitors(HELD)
 
     def fall_asleep(self):
+        """What was pushed before has to be there already: the sleep comes another way, which may be
+        faster, and defers it."""
         self.manager.announce("PrepareForSleep", True)
         self.manager.wait_for_inhibitors([("shutdown", "delay")])
 
@@ -30,7 +32,6 @@ class Sleep(NotificationTest):
 
     def test_defers_what_is_pushed_until_a_second_after_waking(self):
         self.link.push([event("there", in_seconds(HOUR))])
-        # The sleep is announced another way, which may be faster.
         self.assertEqual(self.link.pending_uids(), ["there"])
         self.fall_asleep()
         self.link.push([event("pushed", in_seconds(HOUR))])
@@ -48,6 +49,7 @@ class Sleep(NotificationTest):
     def test_delays_no_alarm_beyond_the_waking(self):
         """No machine here really sleeps, so its clock runs on, and with it the alarm's timer."""
         self.link.push([event("meanwhile", soon()), event("later", in_seconds(HOUR))])
+        self.assertIn("later", self.link.pending_uids())
         self.fall_asleep()
         self.wait_for("meanwhile")
         self.wake_up()
