@@ -47,4 +47,7 @@ EditResult completeToDo(std::string_view text, const OccurrenceTarget& target,
 /// the text has.
 EditResult addComponent(std::string_view text, std::string_view component);
 
+/// Whether the text has an event or to-do with that UID.
+bool holdsItem(std::string_view text, std::string_view uid);
+
 } // namespace plenzo

@@ -18,7 +18,7 @@ std::string uidOf(const ContentComponent& component) {
     return uid == nullptr ? std::string() : uid->text();
 }
 
-bool holdsUid(const ContentText& content, const std::string& uid) {
+bool holdsUid(const ContentText& content, std::string_view uid) {
     for (const ContentComponent* calendar : content.components()) {
         for (const ContentComponent* component : calendar->components()) {
             if (isItem(*component) && uidOf(*component) == uid) {
@@ -39,6 +39,12 @@ ContentComponent* firstCalendar(const ContentText& content) {
 }
 
 } // namespace
+
+bool holdsItem(std::string_view text, std::string_view uid) {
+    std::string whyNot;
+    const auto content = ContentText::fromText(text, whyNot);
+    return content && holdsUid(*content, uid);
+}
 
 EditResult addComponent(std::string_view text, std::string_view component) {
     const bool isNew = text.find_first_not_of(" \t\r\n") == std::string_view::npos;

@@ -87,7 +87,8 @@ std::string configuredSoundTheme() {
     if (!schema || g_settings_schema_has_key(schema.get(), key) == 0) {
         return {};
     }
-    // The settings' own connection to the bus, which is this one, would end the program with the bus.
+    // The settings' own connection to the bus, which is this one, would end the program with the
+    // bus.
     static const Owned<GDBusConnection> bus = sessionBusOfGLib();
     const std::unique_ptr<GSettings, Releaser<g_object_unref>> settings(
         g_settings_new_full(schema.get(), nullptr, nullptr));
