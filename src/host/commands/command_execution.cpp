@@ -97,8 +97,8 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
         return waits(place.error);
     }
     const QuickEntry entry =
-        readQuickEntry(command.command.text, {command.received, m_world.zone(),
-                                              m_world.configuration().dayMonthOrder});
+        readQuickEntry(command.command.text,
+                       {command.received, m_world.zone(), m_world.configuration().dayMonthOrder});
     const std::string component =
         componentText(entry, {command.id, command.received, m_world.zoneName()});
     const std::string path = place.fileFor(command.id);

@@ -76,9 +76,9 @@ bool openWith(GDesktopAppInfo* program, const std::string& path, const std::stri
         return false;
     }
     GList uris{uri.get(), nullptr, nullptr};
-    return g_desktop_app_info_launch_uris_as_manager(
-               program, &uris, launchContext(token).get(), G_SPAWN_SEARCH_PATH, unblockSignals,
-               nullptr, nullptr, nullptr, nullptr) != FALSE;
+    return g_desktop_app_info_launch_uris_as_manager(program, &uris, launchContext(token).get(),
+                                                     G_SPAWN_SEARCH_PATH, unblockSignals, nullptr,
+                                                     nullptr, nullptr, nullptr) != FALSE;
 }
 
 } // namespace
@@ -117,8 +117,9 @@ std::string DesktopPresentation::writePage(const ItemSummary& summary) const {
 std::string pageFolderOfUser() {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
     const bool isSet = runtime != nullptr && fs::path(runtime).is_absolute();
-    return isSet ? (fs::path(runtime) / "plenzohost").string()
-                 : (fs::temp_directory_path() / ("plenzohost-" + std::to_string(getuid()))).string();
+    return isSet
+               ? (fs::path(runtime) / "plenzohost").string()
+               : (fs::temp_directory_path() / ("plenzohost-" + std::to_string(getuid()))).string();
 }
 
 } // namespace plenzo

@@ -73,17 +73,16 @@ std::optional<SystemSeconds> snoozeEnd(std::string_view field) {
 
 std::optional<HostCommand> snooze(const Fields& fields) {
     const auto until = fields.size() == 3 ? snoozeEnd(fields[2]) : std::nullopt;
-    return until ? std::optional(HostCommand{.kind = Kind::Snooze, .until = *until})
-                 : std::nullopt;
+    return until ? std::optional(HostCommand{.kind = Kind::Snooze, .until = *until}) : std::nullopt;
 }
 
 std::optional<HostCommand> edit(const Fields& fields) {
-    const bool isKnown = fields.size() == 4 && fields[2] == "completed" &&
-                         (fields[3] == "YES" || fields[3] == "NO");
+    const bool isKnown =
+        fields.size() == 4 && fields[2] == "completed" && (fields[3] == "YES" || fields[3] == "NO");
     const bool isDone = isKnown && fields[3] == "YES";
-    return isKnown ? std::optional(HostCommand{
-                         .kind = Kind::Complete,
-                         .completion = isDone ? Completion::Done : Completion::Undone})
+    return isKnown ? std::optional(
+                         HostCommand{.kind = Kind::Complete,
+                                     .completion = isDone ? Completion::Done : Completion::Undone})
                    : std::nullopt;
 }
 
@@ -109,9 +108,8 @@ std::optional<HostCommand> commandAbout(std::string_view name, const Fields& fie
 std::optional<HostCommand> newItem(const Fields& fields, std::string_view url) {
     const auto begin = static_cast<std::size_t>(fields[1].data() - url.data());
     std::string text = unescaped(url.substr(begin));
-    const bool isBlank = std::all_of(text.begin(), text.end(), [](unsigned char letter) {
-        return std::isspace(letter) != 0;
-    });
+    const bool isBlank = std::all_of(
+        text.begin(), text.end(), [](unsigned char letter) { return std::isspace(letter) != 0; });
     return isBlank ? std::nullopt
                    : std::optional(HostCommand{.kind = Kind::New, .text = std::move(text)});
 }

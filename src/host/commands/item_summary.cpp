@@ -112,9 +112,9 @@ bool isWebAddress(const std::string& text) {
 std::string rowHtml(const Row& row) {
     const auto& [label, text] = row;
     const std::string plain = escaped(*text);
-    const std::string value =
-        isWebAddress(*text) ? "<a rel=\"noreferrer\" href=\"" + plain + "\">" + plain + "</a>"
-                            : plain;
+    const std::string value = isWebAddress(*text)
+                                  ? "<a rel=\"noreferrer\" href=\"" + plain + "\">" + plain + "</a>"
+                                  : plain;
     return text->empty() ? "" : "<dt>" + std::string(label) + "</dt><dd>" + value + "</dd>\n";
 }
 
@@ -155,9 +155,9 @@ std::string summaryPage(const ItemSummary& summary) {
                        "<meta name=\"viewport\" content=\"width=device-width\">"
                        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
                        "style-src 'unsafe-inline'\"><title>" +
-                       title + "</title>" + pageStyle + "</head>\n<body style=\"--calendar:" +
-                       colorText(summary.color) + "\"><h1>" + title +
-                       (summary.isCompleted ? " ✓" : "") + "</h1>\n<dl>\n";
+                       title + "</title>" + pageStyle +
+                       "</head>\n<body style=\"--calendar:" + colorText(summary.color) + "\"><h1>" +
+                       title + (summary.isCompleted ? " ✓" : "") + "</h1>\n<dl>\n";
     for (const Row& row : rowsOf(summary)) {
         page += rowHtml(row);
     }

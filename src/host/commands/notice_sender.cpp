@@ -21,7 +21,9 @@ std::string markedUp(const std::string& text) {
     std::string body;
     for (const char letter : text) {
         const bool isSpecial = letter == '<' || letter == '>' || letter == '&';
-        body += isSpecial ? (letter == '<' ? "&lt;" : letter == '>' ? "&gt;" : "&amp;")
+        body += isSpecial ? (letter == '<'   ? "&lt;"
+                             : letter == '>' ? "&gt;"
+                                             : "&amp;")
                           : std::string(1, letter);
     }
     return body;
@@ -42,8 +44,8 @@ std::string shortened(std::string text) {
 } // namespace
 
 NoticeSender::NoticeSender(sdbus::IConnection& connection)
-    : m_server(sdbus::createProxy(connection, notificationsName, "/org/freedesktop/Notifications")) {
-}
+    : m_server(
+          sdbus::createProxy(connection, notificationsName, "/org/freedesktop/Notifications")) {}
 
 NoticeSender::~NoticeSender() = default;
 
@@ -71,9 +73,9 @@ void NoticeSender::deliver(const Notice& notice, bool hasMarkup) {
         m_server->callMethodAsync("Notify")
             .onInterface(notificationsName)
             .withArguments(std::string("Plenzo"), std::uint32_t{0},
-                           std::string("org.plenzo.PlenzoAlarm"), busText(shortened(notice.summary)),
-                           hasMarkup ? markedUp(body) : body, std::vector<std::string>(), hints,
-                           std::int32_t{-1})
+                           std::string("org.plenzo.PlenzoAlarm"),
+                           busText(shortened(notice.summary)), hasMarkup ? markedUp(body) : body,
+                           std::vector<std::string>(), hints, std::int32_t{-1})
             .uponReplyInvoke([](const sdbus::Error*, std::uint32_t) {});
     } catch (const sdbus::Error&) {
         // It has just gone.

@@ -33,15 +33,16 @@ std::optional<PendingCommand> commandFrom(const Dictionary& dictionary) {
     const auto url = dictionary.stringForKey("url");
     const auto id = dictionary.stringForKey("id");
     const auto received = dictionary.dateForKey("received");
-    if (!url || !id || !received || !(std::fabs(received->secondsSinceReferenceDate) < farthestSeconds)) {
+    if (!url || !id || !received ||
+        !(std::fabs(received->secondsSinceReferenceDate) < farthestSeconds)) {
         return std::nullopt;
     }
     const auto command = readHostCommand(*url);
     const auto seconds = static_cast<std::int64_t>(received->secondsSinceReferenceDate);
-    return command ? std::optional(PendingCommand{std::string(*url), *command,
-                                                  instantFromAgentSeconds(seconds),
-                                                  std::string(*id)})
-                   : std::nullopt;
+    return command
+               ? std::optional(PendingCommand{std::string(*url), *command,
+                                              instantFromAgentSeconds(seconds), std::string(*id)})
+               : std::nullopt;
 }
 
 std::string makeFolderOf(const std::string& path) {

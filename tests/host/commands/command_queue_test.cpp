@@ -87,7 +87,8 @@ protected:
     }
 
     static std::string calendarText(const std::string& uid) {
-        return fileAround("BEGIN:VEVENT\nUID:" + uid + "\nDTSTART:20260312T100000Z\nSUMMARY:" + uid +
+        return fileAround("BEGIN:VEVENT\nUID:" + uid +
+                          "\nDTSTART:20260312T100000Z\nSUMMARY:" + uid +
                           "\nBEGIN:VALARM\nUID:bell\nACTION:DISPLAY\nTRIGGER:-PT5M\nEND:VALARM\n"
                           "END:VEVENT\nBEGIN:VTODO\nUID:" +
                           uid + "-todo\nDUE:20260312T100000Z\nEND:VTODO\n");
@@ -99,7 +100,9 @@ protected:
     void put(const std::string& name, const std::string& text) const {
         std::ofstream(path(name), std::ios::binary | std::ios::trunc) << text;
     }
-    std::string text(const std::string& name = "work") const { return readFileText(path(name)).text; }
+    std::string text(const std::string& name = "work") const {
+        return readFileText(path(name)).text;
+    }
 
     std::string uid(const std::string& calendar, const std::string& rest) {
         for (const Calendar& one : world.calendars().calendars) {

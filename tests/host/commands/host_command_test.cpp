@@ -28,11 +28,10 @@ TEST(AHostCommand, IsReadFromItsUrl) {
 }
 
 TEST(AHostCommand, HasTheTextOfAQuickEntryWithoutItsEscapes) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"Call%203%2F4%20at%205", "Call 3/4 at 5"},
-        {"caf%C3%a9/bar", "café/bar"},
-        {"100%", "100%"},
-        {"5%zz%4", "5%zz%4"}};
+    const std::pair<const char*, const char*> rows[] = {{"Call%203%2F4%20at%205", "Call 3/4 at 5"},
+                                                        {"caf%C3%a9/bar", "café/bar"},
+                                                        {"100%", "100%"},
+                                                        {"5%zz%4", "5%zz%4"}};
     for (const auto& [escaped, text] : rows) {
         EXPECT_EQ(readHostCommand(std::string("plenzoevent://new/") + escaped)->text, text);
     }
@@ -49,9 +48,10 @@ TEST(AHostCommand, IsNothingElse) {
           std::string("plenzoevent://snooze/r/9999999999"),
           std::string("plenzoevent://acknowledge/"), std::string("plenzoevent://acknowledge/r/s"),
           std::string("plenzoevent://edit/e/title/YES"),
-          std::string("plenzoevent://edit/e/completed/yes"), std::string("plenzoevent://new/%20%0A"),
-          std::string("plenzoevent://prefs/all"), std::string("plenzoevent://delete/e"),
-          std::string("file:///etc/passwd"), tooLong, longUid}) {
+          std::string("plenzoevent://edit/e/completed/yes"),
+          std::string("plenzoevent://new/%20%0A"), std::string("plenzoevent://prefs/all"),
+          std::string("plenzoevent://delete/e"), std::string("file:///etc/passwd"), tooLong,
+          longUid}) {
         EXPECT_FALSE(readHostCommand(url)) << url.substr(0, 60);
     }
 }
