@@ -5,6 +5,7 @@
 #include "host/commands/unique_identifiers.h"
 #include "host/component_text.h"
 #include "host/new_item_place.h"
+#include "host/zone_component.h"
 
 #include <filesystem>
 #include <utility>
@@ -22,6 +23,23 @@ CommandResult refused(std::string why) {
 
 CommandResult waits(std::string why) {
     return {State::Waits, std::move(why)};
+}
+
+/// It is there already when the program was killed before it could take note of that.
+EditResult withItem(std::string_view text, const std::string& component,
+                    const PendingCommand& command, const std::string& zoneName) {
+    if (holdsItem(text, command.id)) {
+        return {std::string(text), {}};
+    }
+    constexpr cctz::seconds longAgo{400 * 86'400}; // so that a rule holds when the item begins
+    const bool isZoned = component.find(";TZID=") != std::string::npos;
+    const std::string zone =
+        isZoned ? zoneComponent(zoneName, command.received - longAgo) : std::string();
+    if (zone.empty()) {
+        return addComponent(text, component);
+    }
+    const EditResult zoned = addZone(text, zone);
+    return zoned.error.empty() ? addComponent(zoned.text, component) : zoned;
 }
 
 /// A configuration to begin with: it says what holds without one.
@@ -102,11 +120,9 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
     const std::string component =
         componentText(entry, {command.id, command.received, m_world.zoneName()});
     const std::string path = place.fileFor(command.id);
-    // It is there already when the program was killed before it could take note of that.
     const std::string error =
         CalendarWriter(m_files).applyOrCreate(path, [&](std::string_view text) {
-            return holdsItem(text, command.id) ? EditResult{std::string(text), {}}
-                                               : addComponent(text, component);
+            return withItem(text, component, command, m_world.zoneName());
         });
     return error.empty() ? CommandResult() : waits(path + ": " + error);
 }
