@@ -2,9 +2,8 @@
 
 #include "host/zone_table.h"
 
-#include <unicode/vtzone.h>
-
 #include <cctz/time_zone.h>
+#include <unicode/vtzone.h>
 
 #include <memory>
 

@@ -1,27 +1,17 @@
 #include "host/commands/pending_commands.h"
 
 #include "host/agent_date.h"
-#include "propertylist/binary_property_list.h"
-#include "propertylist/dictionary.h"
-
-#include <sys/stat.h>
+#include "host/commands/state_file.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
-#include <filesystem>
-#include <span>
+#include <optional>
 #include <utility>
 
 namespace plenzo {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr std::size_t mostCommands = 1'000;
-constexpr mode_t ofUserAlone = S_IRUSR | S_IWUSR;
-constexpr double farthestSeconds = 1e11;
 
 Dictionary dictionaryOf(const PendingCommand& command) {
     return {{Key("url"), command.url},
@@ -32,26 +22,11 @@ Dictionary dictionaryOf(const PendingCommand& command) {
 std::optional<PendingCommand> commandFrom(const Dictionary& dictionary) {
     const auto url = dictionary.stringForKey("url");
     const auto id = dictionary.stringForKey("id");
-    const auto received = dictionary.dateForKey("received");
-    if (!url || !id || !received ||
-        !(std::fabs(received->secondsSinceReferenceDate) < farthestSeconds)) {
-        return std::nullopt;
-    }
-    const auto command = readHostCommand(*url);
-    const auto seconds = static_cast<std::int64_t>(received->secondsSinceReferenceDate);
-    return command
-               ? std::optional(PendingCommand{std::string(*url), *command,
-                                              instantFromAgentSeconds(seconds), std::string(*id)})
-               : std::nullopt;
-}
-
-std::string makeFolderOf(const std::string& path) {
-    std::error_code error;
-    const fs::path folder = fs::path(path).parent_path();
-    if (fs::create_directories(folder, error)) {
-        fs::permissions(folder, fs::perms::owner_all, error);
-    }
-    return error ? error.message() : std::string();
+    const auto received = instantForKey(dictionary, "received");
+    const auto command = url ? readHostCommand(*url) : std::nullopt;
+    return command && id && received ? std::optional(PendingCommand{std::string(*url), *command,
+                                                                    *received, std::string(*id)})
+                                     : std::nullopt;
 }
 
 } // namespace
@@ -62,12 +37,8 @@ PendingCommands::PendingCommands(FileReplacement& files, std::string path)
 }
 
 void PendingCommands::load() {
-    const std::string text = m_path.empty() ? std::string() : m_files.read(m_path).text;
-    const auto value = readBinaryPropertyList(std::as_bytes(std::span(text)));
-    const Array* commands = value ? value->array() : nullptr;
-    for (std::size_t index = 0; commands != nullptr && index < commands->size(); ++index) {
-        const Dictionary* dictionary = (*commands)[index].dictionary();
-        auto command = dictionary == nullptr ? std::nullopt : commandFrom(*dictionary);
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+        auto command = commandFrom(dictionary);
         if (command && m_commands.size() < mostCommands) {
             m_commands.push_back(std::move(*command));
         }
@@ -91,41 +62,16 @@ std::string PendingCommands::remove(const std::string& id) {
 }
 
 std::string PendingCommands::save() {
-    if (m_path.empty()) {
-        return "there is no folder for it";
-    }
-    if (m_commands.empty()) {
-        m_files.remove(m_path);
-        return {};
-    }
-    std::string error = makeFolderOf(m_path);
-    if (!error.empty()) {
-        return error;
-    }
-    Array commands;
+    std::vector<Dictionary> dictionaries;
+    dictionaries.reserve(m_commands.size());
     for (const PendingCommand& command : m_commands) {
-        commands.append(dictionaryOf(command));
+        dictionaries.push_back(dictionaryOf(command));
     }
-    const auto bytes = writeBinaryPropertyList(commands);
-    const std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const std::string beside = m_path + ".new";
-    error = m_files.writeThrough(beside, text, ofUserAlone);
-    error = error.empty() ? m_files.moveTo(beside, m_path, false) : error;
-    if (!error.empty()) {
-        m_files.remove(beside);
-    }
-    return error;
+    return writeStateFile(m_files, m_path, dictionaries);
 }
 
 std::string pendingCommandsPath() {
-    const auto folderFrom = [](const char* variable, const char* below) {
-        const char* value = std::getenv(variable);
-        const bool isSet = value != nullptr && fs::path(value).is_absolute();
-        return isSet ? fs::path(value) / below : fs::path();
-    };
-    const fs::path state = folderFrom("XDG_STATE_HOME", "plenzohost");
-    const fs::path folder = state.empty() ? folderFrom("HOME", ".local/state/plenzohost") : state;
-    return folder.empty() ? std::string() : (folder / "commands").string();
+    return stateFilePath("commands");
 }
 
 } // namespace plenzo

@@ -41,8 +41,8 @@ private:
     std::vector<PendingCommand> m_commands;
 };
 
-/// Where they are kept: plenzohost/commands in the user's state folder (XDG Base Directory
-/// Specification); empty when the user has none.
+/// Where they are kept: plenzohost/commands in the user's state folder; empty when the user has
+/// none.
 std::string pendingCommandsPath();
 
 } // namespace plenzo
