@@ -58,13 +58,11 @@ std::optional<LocalEdit> editFrom(const Dictionary& dictionary) {
 /// The same ones at every reading, so that the agent knows a snoozed alarm again.
 std::function<std::string()> uidsOf(const LocalEdit& edit) {
     const OccurrenceTarget& occurrence = edit.target.occurrence;
-    const std::string base =
-        stableHashText(occurrence.path + '\n' + occurrence.itemUid + '\n' +
-                       std::to_string(occurrence.line) + '\n' + edit.target.alarmUid + '\n' +
-                       std::to_string(unixSecondsOf(edit.made)));
-    return [base, count = std::make_shared<int>(0)] {
-        return base + "-" + std::to_string(++*count);
-    };
+    const std::string base = stableHashText(
+        occurrence.path + '\n' + occurrence.itemUid + '\n' + std::to_string(occurrence.line) +
+        '\n' + edit.target.alarmUid + '\n' + std::to_string(unixSecondsOf(edit.made)));
+    return
+        [base, count = std::make_shared<int>(0)] { return base + "-" + std::to_string(++*count); };
 }
 
 SystemSeconds lastUseOf(const LocalEdit& edit) {

@@ -18,9 +18,9 @@ constexpr const char* now = "2026-03-12T09:00:00Z";
 /// A calendar with one weekly event and its alarm at the start; the file is "/c.ics".
 class LocalEditsOfACalendar : public testing::Test {
 protected:
-    const std::string text = fileAround(
-        "BEGIN:VEVENT\nUID:e\nDTSTART:20260312T100000Z\nRRULE:FREQ=WEEKLY;COUNT=2\n"
-        "BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:PT0S\nEND:VALARM\nEND:VEVENT\n");
+    const std::string text =
+        fileAround("BEGIN:VEVENT\nUID:e\nDTSTART:20260312T100000Z\nRRULE:FREQ=WEEKLY;COUNT=2\n"
+                   "BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:PT0S\nEND:VALARM\nEND:VEVENT\n");
     const CalendarZone zone = editContext(now).systemZone;
     const ExpansionWindow window = windowFrom(now);
 
