@@ -30,6 +30,7 @@ private:
     void pushChangesTo(AgentLink& link);
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
     AgentPush currentPush();
+    void addWeatherTo(Dictionary& everything);
     void readConfiguration();
     SystemSeconds now() const;
     void report(const std::string& problem);
