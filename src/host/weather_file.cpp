@@ -72,6 +72,7 @@ public:
         if (json.root) {
             readRecord(*json.root);
         }
+        sortByPlace(m_result.problems);
         return std::move(m_result);
     }
 
@@ -144,9 +145,9 @@ private:
     }
 
     void readForecastMember(const JsonMember& member, Dictionary& forecast) {
-        const auto* known = std::find_if(
-            std::begin(forecastKeys), std::end(forecastKeys),
-            [&](const ForecastKey& each) { return each.key.name() == member.name; });
+        const auto* known =
+            std::find_if(std::begin(forecastKeys), std::end(forecastKeys),
+                         [&](const ForecastKey& each) { return each.key.name() == member.name; });
         if (known != std::end(forecastKeys)) {
             setChecked(member, known->wanted, forecast);
         } else {
@@ -168,10 +169,9 @@ private:
     /// A value that is there and wrong has been named.
     void nameMissing(const JsonValue& day, std::string_view name) {
         const bool isThere =
-            std::any_of(day.members.begin(), day.members.end(),
-                        [&](const JsonMember& member) {
-                            return member.name == name && member.value.kind != JsonKind::Null;
-                        });
+            std::any_of(day.members.begin(), day.members.end(), [&](const JsonMember& member) {
+                return member.name == name && member.value.kind != JsonKind::Null;
+            });
         if (!isThere) {
             addProblem(day, "the forecast has no " + inQuotes(name));
         }

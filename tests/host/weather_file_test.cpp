@@ -5,12 +5,12 @@
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <sys/stat.h>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -152,17 +152,16 @@ TEST(AWeatherText, LosesOnlyWhatIsWrong) {
     {"date": "2026-11-25", "high": 1001, "low": -1000}
   ]
 })");
-    EXPECT_THAT(
-        problemsOf(reading),
-        ElementsAre("w:2:15: \"location\" has to be a text",
-                    "w:3:63: \"icon\" has to be a text",
-                    "w:4:14: \"date\" has to be a text like \"2026-11-23\" or "
-                    "\"2026-11-23T09:00:00+01:00\"",
-                    "w:5:36: \"high\" has to be a number from -1000 to 1000",
-                    "w:5:49: \"low\" has to be a number from -1000 to 1000",
-                    "w:6:5: a forecast has to be an object: { ... }",
-                    "w:6:14: the forecast has no \"high\"",
-                    "w:7:36: \"high\" has to be a number from -1000 to 1000"));
+    EXPECT_THAT(problemsOf(reading),
+                ElementsAre("w:2:15: \"location\" has to be a text",
+                            "w:3:63: \"icon\" has to be a text",
+                            "w:4:14: \"date\" has to be a text like \"2026-11-23\" or "
+                            "\"2026-11-23T09:00:00+01:00\"",
+                            "w:5:36: \"high\" has to be a number from -1000 to 1000",
+                            "w:5:49: \"low\" has to be a number from -1000 to 1000",
+                            "w:6:5: a forecast has to be an object: { ... }",
+                            "w:6:14: the forecast has no \"high\"",
+                            "w:7:36: \"high\" has to be a number from -1000 to 1000"));
     const Dictionary expected{
         {Key("unit"), "°C"},
         {Key("forecast"),
@@ -214,8 +213,8 @@ TEST(AWeatherText, ThatIsHugeOrDeepTakesNoHarm) {
     EXPECT_FALSE(readUtc(std::string(limit, '[')).record);
     const std::string half(limit / 2, '[');
     EXPECT_FALSE(readUtc(half + std::string(limit / 2, ']')).record);
-    const WeatherReading deep = readUtc("{\"forecast\": [], \"x\": " + half +
-                                        std::string(limit / 2, ']') + ", \"y\": 1}");
+    const WeatherReading deep =
+        readUtc("{\"forecast\": [], \"x\": " + half + std::string(limit / 2, ']') + ", \"y\": 1}");
     EXPECT_THAT(problemsOf(deep), ElementsAre("w:1:38: lies too deep, and is left out"));
     ASSERT_TRUE(deep.record);
     EXPECT_EQ(deep.record->integerForKey("y"), 1);
@@ -223,8 +222,9 @@ TEST(AWeatherText, ThatIsHugeOrDeepTakesNoHarm) {
 
 TEST(AWeatherText, MayBeAnything) {
     const std::string sample = fileText(std::string(repository) + "/samples/weather.json");
-    const std::string_view fragments[] = {"[", "]", "{", "}", "\"", ",", ":", "null", "-1e300",
-                                          "\\u0000", "\xEF\xBF\xBE", "\xFF", "\\", "\n", "0", "9999"};
+    const std::string_view fragments[] = {"[",  "]",    "{",      "}",       "\"",           ",",
+                                          ":",  "null", "-1e300", "\\u0000", "\xEF\xBF\xBE", "\xFF",
+                                          "\\", "\n",   "0",      "9999"};
     std::mt19937 random(20261123); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same in every run
     int records = 0;
     for (int round = 0; round < 20'000; ++round) {
@@ -246,7 +246,8 @@ TEST(AWeatherText, MayBeAnything) {
 }
 
 TEST(AJsonText, KnowsWhereEachValueBegins) {
-    const std::string text = "\xEF\xBB\xBF{ \"a\" : [ 1 ,-2.5,\"x\\n\", true ], \"b\":{}, \"c\": 3}";
+    const std::string text =
+        "\xEF\xBB\xBF{ \"a\" : [ 1 ,-2.5,\"x\\n\", true ], \"b\":{}, \"c\": 3}";
     const JsonText json = readJson(text);
     ASSERT_TRUE(json.root);
     std::vector<std::string> begins;
