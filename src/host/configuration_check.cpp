@@ -81,8 +81,7 @@ private:
         std::error_code error;
         const bool isFolder = fs::is_directory(calendar.path, error);
         if (!isFolder && !fs::is_regular_file(calendar.path, error)) {
-            addProblem(calendar.place,
-                       inQuotes(calendar.path) + " is neither a file nor a folder");
+            addProblem(calendar.place, inQuotes(calendar.path) + " is neither a file nor a folder");
             return false;
         }
         if (access(calendar.path.c_str(), isFolder ? R_OK | X_OK : R_OK) != 0) {
@@ -128,12 +127,12 @@ private:
     void checkNames() {
         for (const ConfiguredCalendar& each : m_readable.calendars) {
             std::error_code error;
-            const bool isForOne =
-                each.title.empty() || !fs::is_directory(each.path, error) ||
-                calendarsInFolder(each.path, m_set.calendars).size() < 2;
+            const bool isForOne = each.title.empty() || !fs::is_directory(each.path, error) ||
+                                  calendarsInFolder(each.path, m_set.calendars).size() < 2;
             if (!isForOne) {
-                addProblem(each.place, "the folder holds several calendars, which keep their names: " +
-                                           inQuotes(each.title) + " is not used");
+                addProblem(each.place,
+                           "the folder holds several calendars, which keep their names: " +
+                               inQuotes(each.title) + " is not used");
             }
         }
     }

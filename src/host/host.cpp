@@ -95,13 +95,14 @@ int Host::serve() {
     };
     link = std::make_unique<AgentLink>(
         *connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+    // Before the calendars and the weather are read, so that no change is missed.
+    const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
+                              {.calendarsChanged = pushChanges, .dayChanged = pushAll});
     if (link->isAgentPresent()) {
         pushAll();
     } else {
         link->startAgent();
     }
-    const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
-                              {.calendarsChanged = pushChanges, .dayChanged = pushAll});
     if (loop.run(*connection) == LoopEnd::Terminated) {
         return 0;
     }

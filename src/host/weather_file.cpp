@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t largestWeatherBytes = 1 << 20;
 constexpr std::size_t mostProblems = 20;
-constexpr int noonHour = 12;
+constexpr cctz::diff_t noonSeconds = 43'200; // after midnight on the wall clock
 
 /// Of the temperatures that a strip of the weather can show: they may be of any unit.
 constexpr double largestTemperature = 1000;
@@ -55,7 +55,7 @@ std::string inQuotes(std::string_view name) {
 
 Value dateFrom(std::string_view text, const CalendarZone& zone) {
     if (const auto day = dayFromRfc3339(text)) {
-        return agentDate(zone.instantOf(cctz::civil_second(*day) + noonHour * 3600));
+        return agentDate(zone.instantOf(cctz::civil_second(*day) + noonSeconds));
     }
     const auto instant = instantFromRfc3339(text);
     return instant ? Value(agentDate(*instant)) : Value();

@@ -27,8 +27,9 @@ protected:
     }
 
     void writeCalendar(const std::string& name) {
-        write(name, fileAround("NAME:" + name +
-                               "\nBEGIN:VEVENT\nUID:event-1\nDTSTART:20260310T100000Z\nEND:VEVENT\n"));
+        write(name,
+              fileAround("NAME:" + name +
+                         "\nBEGIN:VEVENT\nUID:event-1\nDTSTART:20260310T100000Z\nEND:VEVENT\n"));
     }
 
     /// The lines that are written; the last is "good" when nothing is wrong.
@@ -73,7 +74,8 @@ TEST_F(ACheckedConfiguration, IsNamedBeforeItsCalendarsAndTheWeather) {
                       "[weather]\nfile = \"w\""),
                 ElementsAre("c:3:1: unknown key \"x\" of a calendar",
                             "c:5:8: there is no file or folder \"b.ics\"",
-                            StartsWith("a.ics:3: VEVENT"), "a.ics:3: VEVENT: has no usable DTSTART; it is left out",
+                            StartsWith("a.ics:3: VEVENT"),
+                            "a.ics:3: VEVENT: has no usable DTSTART; it is left out",
                             "w:2:2: a forecast has to be an object: { ... }",
                             "w:2:5: a forecast has to be an object: { ... }"));
 }

@@ -29,9 +29,9 @@ protected:
     void write(const std::string& name, const std::string& title = "Own",
                const std::string& uid = "event-1") {
         fs::create_directories(fs::path(path(name)).parent_path());
-        std::ofstream(path(name)) << fileAround(
-            (title.empty() ? "" : "NAME:" + title + "\n") + "BEGIN:VEVENT\nUID:" + uid +
-            "\nDTSTART:20260310T100000Z\nEND:VEVENT\n");
+        std::ofstream(path(name)) << fileAround((title.empty() ? "" : "NAME:" + title + "\n") +
+                                                "BEGIN:VEVENT\nUID:" + uid +
+                                                "\nDTSTART:20260310T100000Z\nEND:VEVENT\n");
     }
 
     void lock(const std::string& name) {
@@ -116,8 +116,9 @@ TEST_F(ANewItem, GoesNowhereWhenTheDefaultCannotBeWritten) {
     lock("b.ics");
     EXPECT_EQ(place(), "the default calendar \"b.ics\" is read-only");
     chosen.path = path("locked/c.ics");
-    EXPECT_EQ(place(), "the default calendar \"locked/c.ics\" lies in a folder in which nothing can "
-                       "be written");
+    EXPECT_EQ(place(),
+              "the default calendar \"locked/c.ics\" lies in a folder in which nothing can "
+              "be written");
     chosen.path = path("locked");
     EXPECT_EQ(place(),
               "the default calendar \"locked\" lies in a folder in which nothing can be written");
