@@ -2,6 +2,10 @@
 
 #include "host/agent_link.h"
 #include "host/calendar_watch.h"
+#include "host/commands/command_queue.h"
+#include "host/commands/command_service.h"
+#include "host/commands/desktop_presentation.h"
+#include "host/commands/notice_sender.h"
 #include "host/configured_calendars.h"
 #include "host/host_loop.h"
 #include "host/weather_feed.h"
@@ -70,13 +74,36 @@ void Host::addWeatherTo(Dictionary& everything) {
 }
 
 int Host::serve() {
-    HostLoop loop;
     std::string error;
     const auto connection = sessionBus(error);
     if (!connection) {
         report("there is no session bus: " + error);
         return 1;
     }
+    if (!m_options.commandUrls.empty() && sendToRunningHost(*connection, m_options.commandUrls)) {
+        return 0;
+    }
+    return serveOn(*connection);
+}
+
+int Host::serveOn(sdbus::IConnection& connection) {
+    HostLoop loop;
+    NoticeSender notices(connection);
+    const auto notify = [&notices](const Notice& notice) { notices.send(notice); };
+    FileReplacementOnDisk files;
+    PendingCommands pending(files, pendingCommandsPath());
+    DesktopPresentation presentation(pageFolderOfUser(), notify);
+    CommandExecution execution(*this, files, presentation);
+    UserMessages messages(notify);
+    CommandQueue commands(*this, execution, pending, messages);
+    CommandService service(connection, [&commands](const auto& url, const auto& token) {
+        commands.receive(url, token);
+    });
+    if (!service.takeName()) {
+        report("another plenzohost is already running");
+        return 1;
+    }
+
     std::unique_ptr<AgentLink> link;
     WeatherFeed weather(loop, m_options.zone,
                         {[&](const Dictionary& record) { link->pushWeather(record); },
@@ -88,13 +115,14 @@ int Host::serve() {
     const auto pushChanges = [&] {
         pushChangesTo(*link);
         weather.sendChanges(m_configuration.weatherFile);
+        commands.tryAgain();
     };
     const auto reportOtherVersion = [this] { report("the agent that runs is of another version"); };
     const auto reportNoStart = [this](const std::string& reason) {
         report("the agent could not be started, waiting for it: " + reason);
     };
     link = std::make_unique<AgentLink>(
-        *connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+        connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
     // Before the calendars and the weather are read, so that no change is missed.
     const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
                               {.calendarsChanged = pushChanges, .dayChanged = pushAll});
@@ -103,7 +131,12 @@ int Host::serve() {
     } else {
         link->startAgent();
     }
-    if (loop.run(*connection) == LoopEnd::Terminated) {
+    loop.watch(commands.descriptor(), [&commands] { commands.retry(); });
+    commands.tryAgain();
+    for (const std::string& url : m_options.commandUrls) {
+        commands.receive(url, {});
+    }
+    if (loop.run(connection) == LoopEnd::Terminated) {
         return 0;
     }
     report("the session bus has gone");
@@ -157,9 +190,9 @@ void Host::pushChangesTo(AgentLink& link) {
 
 AgentPush Host::currentPush() {
     const ExpansionWindow window = expansionWindow(now(), m_options.days, m_options.zone);
-    AgentPush push = agentPush(m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
-                                                       : loadCalendars(m_options.paths),
-                               window);
+    m_calendars = m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
+                                          : loadCalendars(m_options.paths);
+    AgentPush push = agentPush(m_calendars, window);
     push.preferences = m_configuration.preferences;
     for (const std::string& problem : push.problems) {
         report(problem);
@@ -167,7 +200,12 @@ AgentPush Host::currentPush() {
     return push;
 }
 
-SystemSeconds Host::now() const {
+std::string Host::configurationPath() {
+    return m_options.configurationPath.empty() ? defaultConfigurationPath()
+                                               : m_options.configurationPath;
+}
+
+SystemSeconds Host::now() {
     return m_options.fixedNow.value_or(
         std::chrono::time_point_cast<cctz::seconds>(std::chrono::system_clock::now()));
 }
