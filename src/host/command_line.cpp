@@ -50,7 +50,7 @@ void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) 
                     "Write what the agent would be sent to standard output, as one binary property "
                     "list, and end");
     CLI::App* check = parser.add_subcommand(
-        "check", "Say what is wrong in the configuration and its calendars, and end");
+        "check", "Say what is wrong in the configuration and in what it names, and end");
     check->add_option("FILE", texts.configuration, "The configuration to check");
     check->callback([&texts] { texts.checks = true; });
 }

@@ -8,6 +8,8 @@
 #include "host/commands/notice_sender.h"
 #include "host/configured_calendars.h"
 #include "host/host_loop.h"
+#include "host/weather_feed.h"
+#include "host/weather_file.h"
 #include "propertylist/binary_property_list.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -52,9 +54,23 @@ void Host::readConfiguration() {
 }
 
 bool Host::dump() {
-    const auto bytes = writeBinaryPropertyList(pushAsDictionary(currentPush()));
+    Dictionary everything = pushAsDictionary(currentPush());
+    addWeatherTo(everything);
+    const auto bytes = writeBinaryPropertyList(everything);
     const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
     return !bytes.empty() && isWritten && std::fflush(stdout) == 0;
+}
+
+void Host::addWeatherTo(Dictionary& everything) {
+    const std::string& path = m_configuration.weatherFile;
+    if (path.empty()) {
+        return;
+    }
+    const WeatherReading weather = loadWeather(path, m_options.zone);
+    for (const ConfigurationProblem& problem : weather.problems) {
+        report(problemText(path, problem));
+    }
+    everything.set(Key("weather"), weather.record.value_or(Dictionary()));
 }
 
 int Host::serve() {
@@ -89,24 +105,32 @@ int Host::serveOn(sdbus::IConnection& connection) {
     }
 
     std::unique_ptr<AgentLink> link;
-    const auto pushAll = [&] { pushTo(*link); };
+    WeatherFeed weather(loop, m_options.zone,
+                        {[&](const Dictionary& record) { link->pushWeather(record); },
+                         [this](const std::string& problem) { report(problem); }});
+    const auto pushAll = [&] {
+        pushTo(*link);
+        weather.sendAll(m_configuration.weatherFile);
+    };
+    const auto pushChanges = [&] {
+        pushChangesTo(*link);
+        weather.sendChanges(m_configuration.weatherFile);
+        commands.tryAgain();
+    };
     const auto reportOtherVersion = [this] { report("the agent that runs is of another version"); };
     const auto reportNoStart = [this](const std::string& reason) {
         report("the agent could not be started, waiting for it: " + reason);
     };
     link = std::make_unique<AgentLink>(
         connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+    // Before the calendars and the weather are read, so that no change is missed.
+    const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
+                              {.calendarsChanged = pushChanges, .dayChanged = pushAll});
     if (link->isAgentPresent()) {
         pushAll();
     } else {
         link->startAgent();
     }
-    const auto pushChanges = [&] {
-        pushChangesTo(*link);
-        commands.tryAgain();
-    };
-    const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
-                              {.calendarsChanged = pushChanges, .dayChanged = pushAll});
     loop.watch(commands.descriptor(), [&commands] { commands.retry(); });
     commands.tryAgain();
     for (const std::string& url : m_options.commandUrls) {

@@ -44,6 +44,7 @@ private:
     void pushChangesTo(AgentLink& link);
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
     AgentPush currentPush();
+    void addWeatherTo(Dictionary& everything);
     void readConfiguration();
     void report(const std::string& problem);
 
