@@ -1,22 +1,14 @@
 #include "host/configured_calendars.h"
 
+#include "host/store/calendar_store.h"
+
 #include <filesystem>
-#include <iterator>
 #include <ostream>
-#include <set>
 #include <system_error>
 
 namespace plenzo {
 
 namespace {
-
-void dress(Calendar& calendar, const ConfiguredCalendar& configured, bool isOnly) {
-    calendar.isReadOnly = calendar.isReadOnly || configured.isReadOnly;
-    calendar.color = configured.color.value_or(calendar.color);
-    if (isOnly && !configured.title.empty()) {
-        calendar.title = configured.title;
-    }
-}
 
 bool exists(const ConfiguredCalendar& calendar) {
     std::error_code error;
@@ -25,20 +17,20 @@ bool exists(const ConfiguredCalendar& calendar) {
 
 } // namespace
 
-CalendarSet loadConfiguredCalendars(const Configuration& configuration) {
-    CalendarSet all;
-    std::set<std::string> known;
-    for (const ConfiguredCalendar& configured : configuration.calendars) {
-        CalendarSet set = loadCalendars({configured.path});
-        for (Calendar& calendar : set.calendars) {
-            if (known.insert(calendar.uid).second) {
-                dress(calendar, configured, set.calendars.size() == 1);
-                all.calendars.push_back(std::move(calendar));
-            }
-        }
-        std::move(set.problems.begin(), set.problems.end(), std::back_inserter(all.problems));
+std::vector<CalendarSource> configuredSources(const Configuration& configuration) {
+    std::vector<CalendarSource> sources;
+    for (const ConfiguredCalendar& calendar : configuration.calendars) {
+        sources.push_back(
+            {{calendar.path}, calendar.title, calendar.color, calendar.isReadOnly});
     }
-    return all;
+    return sources;
+}
+
+CalendarSet loadConfiguredCalendars(const Configuration& configuration) {
+    CalendarStore store;
+    store.setSources(configuredSources(configuration));
+    store.update({});
+    return store.calendars();
 }
 
 bool checkConfiguration(const std::string& path, std::ostream& output) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/file_stamp.h"
+
 #include <string>
 
 namespace plenzo {
@@ -9,9 +11,13 @@ struct FileText {
     std::string text;
     std::string error; // empty when it was read
     bool isWritable = false;
+    FileStamp stamp; // from before it was read
 };
 
 /// Reads a regular file of at most 256 MiB; never waits (for the writer of a pipe, say).
 FileText readFileText(const std::string& path);
+
+/// Whether the user may write there. The mode counts too: to the superuser every file is writable.
+bool isWritableFile(const std::string& path, const struct stat& status);
 
 } // namespace plenzo

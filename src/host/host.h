@@ -3,10 +3,12 @@
 #include "host/agent_push.h"
 #include "host/command_line.h"
 #include "host/configuration.h"
-#include "host/sent_events.h"
+#include "host/store/agent_events.h"
+#include "host/store/calendar_store.h"
 
 #include <set>
 #include <string>
+#include <vector>
 
 namespace plenzo {
 
@@ -26,18 +28,30 @@ public:
     int serve();
 
 private:
+    /// Whether the agent knows all events but those that have just changed.
+    enum class AgentKnows { Nothing, OldEvents, Events };
+
+    void refresh(const PathChanges& changes);
     void pushTo(AgentLink& link);
-    void pushChangesTo(AgentLink& link);
+    void pushChangesTo(AgentLink& link, const PathChanges& changes);
+    void pushPreferencesTo(AgentLink& link);
+    void pushSourceListTo(AgentLink& link);
+    void pushDeltaTo(AgentLink& link);
+    [[nodiscard]] AgentPush currentPush() const;
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
-    AgentPush currentPush();
+    [[nodiscard]] std::vector<CalendarSource> sources() const;
     void readConfiguration();
     SystemSeconds now() const;
     void report(const std::string& problem);
 
     HostOptions m_options;
-    SentEvents m_sentEvents;
-    Array m_sentSourceList;
     Configuration m_configuration;
+    CalendarStore m_store;
+    AgentEvents m_events;
+    RecordChanges m_changes; // of the last refresh
+    AgentKnows m_agentKnows = AgentKnows::Nothing;
+    Dictionary m_sentPreferences;
+    Array m_sentSourceList;
     std::set<std::string> m_reported; // each problem is named once
 };
 
