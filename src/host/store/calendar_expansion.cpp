@@ -18,11 +18,12 @@ bool isRecurring(const Series& series) {
     return series.master != nullptr && series.master->recurrence.isRecurring();
 }
 
-std::string problemOf(const Series& series, const Calendar& calendar) {
+/// With its line.
+std::pair<int, std::string> problemOf(const Series& series, const Calendar& calendar) {
     const CalendarItem& item =
         series.master == nullptr ? *series.overrides.front() : *series.master;
-    return "calendar \"" + calendar.title + "\", line " + std::to_string(item.line) + ": \"" +
-           item.title + "\" repeats too often; the rest is left out";
+    return {item.line, "calendar \"" + calendar.title + "\", line " + std::to_string(item.line) +
+                           ": \"" + item.title + "\" repeats too often; the rest is left out"};
 }
 
 std::vector<Series> seriesOfItems(const std::vector<FiledItem>& items) {
@@ -203,7 +204,9 @@ void CalendarExpansion::tellChanges(RecordChanges& changes) {
         }
     }
     m_noted.clear();
-    changes.problems.insert(changes.problems.end(), m_problems.begin(), m_problems.end());
+    for (const auto& [line, problem] : m_problems) {
+        changes.problems.push_back(problem);
+    }
     m_problems.clear();
 }
 

@@ -68,7 +68,7 @@ private:
     std::size_t m_itemCount = 0;
     ExpansionBudget m_used; // by the groups that are not stale
     bool m_isAmple = true; // the last time, for every group
-    std::set<std::string> m_problems;
+    std::set<std::pair<int, std::string>> m_problems; // by their lines, each once
 };
 
 } // namespace plenzo

@@ -72,8 +72,7 @@ CalendarFilePointer readCalendarFile(const std::string& path) {
 
 CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known) {
     struct stat status {};
-    const bool exists = stat(path.c_str(), &status) == 0;
-    const bool isSame = known && known->hasLastingStamp && exists &&
+    const bool isSame = known && known->hasLastingStamp && stat(path.c_str(), &status) == 0 &&
                         fileStamp(status) == known->stamp &&
                         (!known->isCalendar || isWritableFile(path, status) == known->isWritable);
     return isSame ? known : readCalendarFile(path);

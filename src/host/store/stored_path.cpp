@@ -102,9 +102,16 @@ void StoredPath::lookAt(const std::set<std::string>& absolutePaths) {
     }
 }
 
+/// What a link leads to may be any of the files that have changed.
+bool StoredPath::mayLeadElsewhere() const {
+    return m_file || std::any_of(m_folders.begin(), m_folders.end(), [](const StoredFolder& folder) {
+               return folder.folder.hasLinks;
+           });
+}
+
 /// False when the file concerns others too.
 bool StoredPath::lookAtFile(const std::string& absolutePath) {
-    if (absolutePath == m_absolutePath) {
+    if (absolutePath == m_absolutePath || mayLeadElsewhere()) {
         return false;
     }
     const fs::path parts(absolutePath);
@@ -123,8 +130,7 @@ bool StoredPath::lookAtFile(const std::string& absolutePath) {
 
 bool StoredPath::lookAtFileIn(StoredFolder& folder, const std::string& name) {
     const std::string path = (fs::path(folder.folder.path) / name).string();
-    // The first and the last file concern the folder, and with links a file may be there twice.
-    if (folder.files.size() < 2 || folder.folder.hasLinks || isLink(path)) {
+    if (folder.files.size() < 2 || isLink(path)) { // the first and the last one concern the folder
         return false;
     }
     const auto place = placeOf(folder.files, path);

@@ -39,6 +39,7 @@ private:
     CalendarFilePointer currentFile(const std::string& path, const CalendarFilePointer& known);
     StoredFolder storedFolder(CalendarFolder folder);
     const StoredFolder* knownFolder(const std::string& path) const;
+    [[nodiscard]] bool mayLeadElsewhere() const;
     bool lookAtFile(const std::string& absolutePath);
     bool lookAtFileIn(StoredFolder& folder, const std::string& name);
 
