@@ -1,18 +1,16 @@
 // What libical alone takes to parse the .ics files in a folder and the folders in it, which are
-// read before: the seconds of the fastest time, and the number of components.
+// read before: the seconds, those of them that the processor worked, and the number of events.
 //
-//   parse_calendars FOLDER [TIMES]
+//   parse_calendars FOLDER
 
 #include <libical/ical.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -48,15 +46,11 @@ int main(int count, char** arguments) {
     }
     icalerror_set_errors_are_fatal(0);
     const auto texts = textsIn(arguments[1]);
-    const int times = count > 2 ? std::atoi(arguments[2]) : 1;
-    double best = std::numeric_limits<double>::max();
-    int events = 0;
-    for (int time = 0; time < times; ++time) {
-        const auto begin = std::chrono::steady_clock::now();
-        events = parse(texts);
-        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-        best = std::min(best, taken.count());
-    }
-    std::printf("%.4f %d\n", best, events);
+    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t clockBegin = std::clock();
+    const int events = parse(texts);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    const double worked = static_cast<double>(std::clock() - clockBegin) / CLOCKS_PER_SEC;
+    std::printf("%.4f %.4f %d\n", taken.count(), worked, events);
     return 0;
 }

@@ -39,9 +39,9 @@ void CalendarStore::update(const PathChanges& changes) {
 }
 
 void CalendarStore::look(StoredSource& source, const PathChanges& changes) {
-    const bool isEverything = changes.isAnything || std::exchange(source.isNew, false);
+    const bool isNew = std::exchange(source.isNew, false);
     for (StoredPath& path : source.paths) {
-        if (isEverything) {
+        if (isNew || changes.isAnything) {
             path.lookAtEverything();
         } else {
             path.lookAt(changes.paths);
