@@ -1,6 +1,5 @@
 #include "host/agent_push.h"
 
-#include "host/calendar_records.h"
 #include "propertylist/known_keys.h"
 
 namespace plenzo {
@@ -15,6 +14,8 @@ Dictionary calendarNode(const Calendar& calendar) {
             {keys::colInt, calendar.color}};
 }
 
+} // namespace
+
 Array sourceListOf(const std::vector<Calendar>& calendars) {
     Array children;
     for (const Calendar& calendar : calendars) {
@@ -25,26 +26,6 @@ Array sourceListOf(const std::vector<Calendar>& calendars) {
                        {keys::header, true},
                        {keys::visible, true},
                        {keys::children, std::move(children)}}};
-}
-
-} // namespace
-
-AgentPush agentPush(const CalendarSet& set, const ExpansionWindow& window) {
-    AgentPush push;
-    push.preferences = {{Key("alarmsIssueAlarms"), true},
-                        {Key("alarmsUseNotificationCenter"), false}};
-    push.sourceList = sourceListOf(set.calendars);
-    push.problems = set.problems;
-    for (const Calendar& calendar : set.calendars) {
-        CalendarRecords records = calendarRecords(calendar, window);
-        for (const Value& record : records.records) {
-            push.events.append(record);
-        }
-        for (const std::string& problem : records.problems) {
-            push.problems.push_back("calendar \"" + calendar.title + "\", " + problem);
-        }
-    }
-    return push;
 }
 
 Dictionary pushAsDictionary(const AgentPush& push) {

@@ -195,10 +195,20 @@ private:
         ContentComponent* snooze = alarmIn(parent);
         ContentComponent* original = parts.originalOf(*snooze);
         if (original != nullptr && (!m_series.isShared() || isAtFixedTime(*original))) {
-            parts.setAcknowledged(*original, soonest());
+            parts.setAcknowledged(*original, std::max(soonest(), acknowledgedAs(parts, original)));
         }
         parent.remove(*snooze);
         return finished(parent);
+    }
+
+    /// An alarm that is put forward by its snooze is acknowledged beyond that already.
+    SystemSeconds acknowledgedAs(AlarmParts& parts, const ContentComponent* component) const {
+        for (const AlarmDefinition& alarm : m_series.occurrence().item->alarms) {
+            if (parts.at(alarm.place) == component) {
+                return alarm.acknowledged.value_or(SystemSeconds::min());
+            }
+        }
+        return SystemSeconds::min();
     }
 
     EditResult finished(ContentComponent& changed) {

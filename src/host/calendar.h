@@ -1,12 +1,34 @@
 #pragma once
 
 #include "host/calendar_item.h"
+#include "host/file_stamp.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace plenzo {
+
+/// A calendar file as it was read. It does not change any more: a file that is read again is
+/// another one.
+struct CalendarFile {
+    std::string path;
+    FileStamp stamp;              // from before it was read
+    bool hasLastingStamp = false; // no change since can have left it as it is
+    std::size_t amendmentVersion = 0;
+    bool isWritable = false;
+    bool isCalendar = false; // it could be read, and is one
+    bool holdsOneItem = false;
+    std::string title; // what it calls itself, if it does
+    std::optional<std::uint32_t> color;
+    std::vector<CalendarItem> items;
+    std::vector<std::string> problems; // "PATH:LINE: text" or "PATH: text"
+};
+
+using CalendarFilePointer = std::shared_ptr<const CalendarFile>;
 
 /// One calendar as the person knows it: its name, its colour and what it holds.
 struct Calendar {
@@ -14,8 +36,16 @@ struct Calendar {
     std::string title;
     std::uint32_t color = 0; // 0xRRGGBB
     bool isReadOnly = false;
-    std::vector<std::string> files; // their paths
-    std::vector<CalendarItem> items;
+    std::vector<CalendarFilePointer> files; // by their paths
 };
+
+/// An item and where it stands. Files outlive it.
+struct FiledItem {
+    const CalendarFile* file = nullptr;
+    const CalendarItem* item = nullptr;
+};
+
+/// In the order of the files, and of the items in each.
+std::vector<FiledItem> itemsOf(const Calendar& calendar);
 
 } // namespace plenzo

@@ -1,5 +1,6 @@
 #include "host/calendar_folder.h"
 
+#include "host/file_paths.h"
 #include "host/file_text.h"
 
 #include <algorithm>
@@ -13,16 +14,8 @@ namespace {
 
 namespace files = std::filesystem;
 
-bool isHidden(const files::path& path) {
-    return path.filename().string().starts_with('.');
-}
-
-bool isCalendarFile(const files::path& path) {
-    std::string extension = path.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return extension == ".ics" && !isHidden(path);
-}
+constexpr const char* displayNameFile = "displayname";
+constexpr const char* colorFile = "color";
 
 /// The first line of a small file beside the calendars, or empty.
 std::string metadata(const files::path& folder, const char* name) {
@@ -35,42 +28,49 @@ std::string metadata(const files::path& folder, const char* name) {
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
-std::vector<files::path> entriesOf(const files::path& folder, CalendarPaths& paths) {
-    std::vector<files::path> entries;
+/// The folder with the calendar files and, beside it, the folders that are in it.
+struct ListedFolder {
+    CalendarFolder folder;
+    std::vector<files::path> inner;
+};
+
+void take(const files::directory_entry& entry, ListedFolder& listed) {
     std::error_code error;
-    files::directory_iterator entry(folder, error);
-    for (; !error && entry != files::directory_iterator(); entry.increment(error)) {
-        entries.push_back(entry->path());
+    const std::string name = entry.path().filename().string();
+    const bool isFolder = entry.is_directory(error); // mostly known without asking for each
+    if (name.starts_with('.') || (!isFolder && !isCalendarFileName(name))) {
+        return;
     }
-    if (error) {
-        paths.problems.push_back(folder.string() + ": " + error.message());
+    listed.folder.hasLinks = listed.folder.hasLinks || entry.is_symlink(error);
+    if (isFolder) {
+        listed.inner.push_back(entry.path());
+    } else {
+        listed.folder.files.push_back(entry.path().string());
     }
-    std::sort(entries.begin(), entries.end());
-    return entries;
 }
 
-enum class Descent { IntoFolders, None };
-
-void addFolder(const files::path& path, Descent descent, CalendarPaths& paths) {
+ListedFolder listedFolder(const files::path& path, std::vector<std::string>& problems) {
+    ListedFolder listed;
+    CalendarFolder& folder = listed.folder;
+    folder.path = path.string();
+    folder.realPath = canonicalPath(folder.path);
+    folder.displayName = metadata(path, displayNameFile);
+    folder.color = metadata(path, colorFile);
     std::error_code error;
-    std::vector<files::path> inner;
-    CalendarFolder folder{
-        path.string(), {}, metadata(path, "displayname"), metadata(path, "color")};
-    for (const files::path& entry : entriesOf(path, paths)) {
-        if (files::is_directory(entry, error)) {
-            inner.push_back(entry);
-        } else if (isCalendarFile(entry)) {
-            folder.files.push_back(entry.string());
-        }
+    files::directory_iterator entry(path, error);
+    for (; !error && entry != files::directory_iterator(); entry.increment(error)) {
+        take(*entry, listed);
     }
-    if (!folder.files.empty()) {
-        paths.folders.push_back(std::move(folder));
+    if (error) {
+        problems.push_back(folder.path + ": " + error.message());
     }
-    for (const files::path& entry : inner) {
-        if (descent == Descent::IntoFolders && !isHidden(entry)) {
-            addFolder(entry, Descent::None, paths);
-        }
-    }
+    std::sort(folder.files.begin(), folder.files.end());
+    std::sort(listed.inner.begin(), listed.inner.end());
+    return listed;
+}
+
+bool isEmpty(const CalendarFolder& folder) {
+    return folder.files.empty();
 }
 
 } // namespace
@@ -82,17 +82,29 @@ CalendarPaths calendarPathsOf(const std::string& path) {
         paths.files.push_back(path);
         return paths;
     }
-    addFolder(path, Descent::IntoFolders, paths);
-    if (paths.folders.empty() && paths.problems.empty()) {
+    ListedFolder outer = listedFolder(path, paths.problems);
+    paths.folders.push_back(std::move(outer.folder));
+    for (const files::path& inner : outer.inner) {
+        paths.folders.push_back(listedFolder(inner, paths.problems).folder);
+    }
+    const bool holdsNone = std::all_of(paths.folders.begin(), paths.folders.end(), isEmpty);
+    if (holdsNone && paths.problems.empty()) {
         paths.problems.push_back(path + ": holds no .ics file");
     }
     return paths;
 }
 
-std::string canonicalPath(const std::string& path) {
-    std::error_code error;
-    const files::path canonical = files::weakly_canonical(path, error);
-    return error ? path : canonical.string();
+bool isCalendarFileName(std::string_view name) {
+    constexpr std::string_view extension = ".ics";
+    return name.size() > extension.size() && !name.starts_with('.') &&
+           std::equal(extension.begin(), extension.end(), name.end() - extension.size(),
+                      [](char wanted, char found) {
+                          return wanted == std::tolower(static_cast<unsigned char>(found));
+                      });
+}
+
+bool isFolderDescription(std::string_view name) {
+    return name == displayNameFile || name == colorFile;
 }
 
 } // namespace plenzo

@@ -56,7 +56,6 @@ struct CalendarItem {
     ItemKind kind = ItemKind::Event;
     std::string uid;
     int sequence = 0;
-    int file = 0; // among those of its calendar
     int line = 0; // of its BEGIN in the file
 
     std::optional<CalendarTime> start;

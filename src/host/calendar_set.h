@@ -13,10 +13,8 @@ struct CalendarSet {
     std::vector<std::string> problems; // "PATH:LINE: text" or "PATH: text"
 };
 
-/// Reads files, and folders with the folders in them. A file is a calendar; a folder with a
-/// `displayname` or `color` file is one calendar of all its files, and so is one with several files
-/// of which none has a name and each holds a single event or to-do. A calendar is named by itself,
-/// else by its folder's or file's name. A path given twice counts once.
+/// Reads files, and folders with the folders in them (see `assembledCalendars`). A path given twice
+/// counts once.
 CalendarSet loadCalendars(const std::vector<std::string>& paths);
 
 } // namespace plenzo

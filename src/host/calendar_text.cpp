@@ -4,6 +4,8 @@
 #include "host/component_reader.h"
 #include "host/ical_values.h"
 
+#include <strings.h>
+
 namespace plenzo {
 
 namespace {
@@ -22,10 +24,22 @@ std::string firstOf(const std::string& first, const std::string& second) {
     return first.empty() ? second : first;
 }
 
+/// Whether the line may be one of those that are read here; most calendars have none.
+bool mayDescribe(std::string_view line) {
+    const auto startsWith = [line](std::string_view name) {
+        return line.size() > name.size() && strncasecmp(line.data(), name.data(), name.size()) == 0;
+    };
+    return startsWith("NAME") || startsWith("COLOR") || startsWith("X-");
+}
+
 void readProperties(const ContentBlocks& blocks, CalendarText& result) {
     std::string text = "BEGIN:VCALENDAR\r\n";
+    const std::size_t emptyLength = text.size();
     for (const std::string_view line : blocks.properties) {
-        text += line;
+        text += mayDescribe(line) ? line : std::string_view();
+    }
+    if (text.size() == emptyLength) {
+        return;
     }
     const ComponentPointer calendar = parsedComponent(text + "\r\nEND:VCALENDAR\r\n");
     if (!calendar) {

@@ -15,11 +15,11 @@ namespace plenzo {
 /// and settled, or a new day has begun.
 class CalendarWatch {
 public:
-    /// What is to be watched: asked for at first and after each change.
+    /// What is to be watched: asked for at first and after changes.
     using Paths = std::function<std::vector<std::string>()>;
 
     struct Listener {
-        std::function<void()> calendarsChanged;
+        std::function<void(const PathChanges&)> calendarsChanged;
         /// Or the clock was set.
         std::function<void()> dayChanged;
     };
@@ -28,8 +28,11 @@ public:
     CalendarWatch(HostLoop& loop, Paths paths, CalendarZone zone, Listener listener);
 
 private:
-    void noteChange();
+    void noteChanges(PathChanges changes);
+    void wait(int milliseconds);
     void settled();
+    void tellChanges();
+    void watchPaths();
     void newDay();
     void waitForMidnight();
 
@@ -39,7 +42,11 @@ private:
     PathWatch m_files;
     OneShotTimer m_settling;
     OneShotTimer m_midnight;
-    int m_waits = 0;
+    std::vector<std::string> m_watchedPaths;
+    PathChanges m_changes; // not told yet
+    bool m_moreCame = false;
+    int m_waitMilliseconds = 0; // 0 while nothing waits
+    int m_waitedMilliseconds = 0;
 };
 
 } // namespace plenzo

@@ -1,16 +1,13 @@
 #include "host/command_line.h"
 
 #include "host/commands/host_command.h"
-#include "host/configuration.h"
 #include "host/system_zone.h"
 #include "host/zone_table.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
-#include <system_error>
 
 namespace plenzo {
 
@@ -55,14 +52,6 @@ void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) 
     check->callback([&texts] { texts.checks = true; });
 }
 
-/// The file that is to be read, or empty: the usual one need not be there.
-std::string configurationPath(const OptionTexts& texts) {
-    std::error_code error;
-    const std::string usual = defaultConfigurationPath();
-    const bool isThere = texts.configuration.empty() && std::filesystem::exists(usual, error);
-    return isThere ? usual : texts.configuration;
-}
-
 std::optional<SystemSeconds> instantFromText(const std::string& text) {
     SystemSeconds instant;
     return cctz::parse("%Y-%m-%dT%H:%M:%E*S%Ez", text, cctz::utc_time_zone(), &instant)
@@ -73,7 +62,7 @@ std::optional<SystemSeconds> instantFromText(const std::string& text) {
 /// What is wrong with the texts, or nothing.
 std::string understand(const OptionTexts& texts, HostOptions& options) {
     options.mode = texts.checks ? HostMode::Check : texts.dumps ? HostMode::Dump : HostMode::Serve;
-    options.configurationPath = configurationPath(texts);
+    options.configurationPath = texts.configuration;
     options.zone = CalendarZone(cctz::local_time_zone());
     options.zoneName = texts.zone.empty() ? systemZoneName() : texts.zone;
     const auto urls = std::stable_partition(options.paths.begin(), options.paths.end(),

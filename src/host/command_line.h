@@ -13,7 +13,7 @@ enum class HostMode { Serve, Dump, Check };
 /// What the command line asks for.
 struct HostOptions {
     std::vector<std::string> paths;       // instead of the calendars of the configuration
-    std::string configurationPath;        // empty when there is none
+    std::string configurationPath;        // empty for the usual one, if it is there
     std::vector<std::string> commandUrls; // for the host that runs, or else for this one
     int days = 30;
     std::optional<SystemSeconds> fixedNow;

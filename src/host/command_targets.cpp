@@ -25,16 +25,14 @@ std::vector<std::string_view> partsOf(std::string_view uid) {
 }
 
 /// The items that a part of an identifier stands for: the series before its overrides.
-std::vector<const CalendarItem*> itemsOf(const Calendar& calendar, ItemKind kind,
-                                         std::string_view identifier) {
-    std::vector<const CalendarItem*> items;
-    for (const CalendarItem& item : calendar.items) {
-        if (item.kind == kind && itemIdentifier(item) == identifier) {
-            items.push_back(&item);
-        }
-    }
+std::vector<FiledItem> itemsOf(const Calendar& calendar, ItemKind kind,
+                               std::string_view identifier) {
+    std::vector<FiledItem> items = itemsOf(calendar);
+    std::erase_if(items, [&](const FiledItem& filed) {
+        return filed.item->kind != kind || itemIdentifier(*filed.item) != identifier;
+    });
     std::stable_partition(items.begin(), items.end(),
-                          [](const CalendarItem* item) { return !item->recurrenceId; });
+                          [](const FiledItem& filed) { return !filed.item->recurrenceId; });
     return items;
 }
 
@@ -53,7 +51,7 @@ std::optional<int> repetitionOf(std::string_view part) {
 /// An occurrence with the items that may describe it.
 struct FoundOccurrence {
     OccurrenceTarget target;
-    std::vector<const CalendarItem*> items;
+    std::vector<FiledItem> items;
 };
 
 std::optional<FoundOccurrence> find(const Calendar* calendar,
@@ -70,11 +68,10 @@ std::optional<FoundOccurrence> find(const Calendar* calendar,
     if (found.items.empty() || (!found.target.identity && day != "undated")) {
         return std::nullopt;
     }
-    const CalendarItem& item = *found.items.front();
-    found.target.itemUid = item.uid;
-    found.target.line = item.line;
-    const auto file = static_cast<std::size_t>(item.file);
-    found.target.path = file < calendar->files.size() ? calendar->files[file] : std::string();
+    const FiledItem& filed = found.items.front();
+    found.target.itemUid = filed.item->uid;
+    found.target.line = filed.item->line;
+    found.target.path = filed.file->path;
     return found;
 }
 
@@ -104,8 +101,8 @@ std::optional<AlarmTarget> CommandTargets::alarm(std::string_view reminderUid) c
     if (!found || parts.size() < 4 || parts.size() > 5 || !repetition) {
         return std::nullopt;
     }
-    for (const CalendarItem* item : found->items) {
-        for (const AlarmDefinition& alarm : item->alarms) {
+    for (const FiledItem& filed : found->items) {
+        for (const AlarmDefinition& alarm : filed.item->alarms) {
             if (urlSafe(alarm.uid) == parts[3]) {
                 return AlarmTarget{found->target, alarm.uid, *repetition};
             }

@@ -67,18 +67,27 @@ Configuration loadConfiguration(const std::string& path) {
 
 Configuration defaultConfiguration() {
     Configuration configuration = readConfiguration({}, {});
-    const std::string data = userFolder("XDG_DATA_HOME", ".local/share");
-    if (!data.empty() && exists(data + "/calendars")) {
-        ConfiguredCalendar calendar;
-        calendar.path = data + "/calendars";
+    ConfiguredCalendar calendar;
+    calendar.path = defaultCalendarFolder();
+    if (!calendar.path.empty() && exists(calendar.path)) {
         configuration.calendars.push_back(std::move(calendar));
     }
     return configuration;
 }
 
+std::string defaultCalendarFolder() {
+    const std::string data = userFolder("XDG_DATA_HOME", ".local/share");
+    return data.empty() ? data : data + "/calendars";
+}
+
 std::string defaultConfigurationPath() {
     const std::string folder = userFolder("XDG_CONFIG_HOME", ".config");
     return folder.empty() ? folder : folder + "/plenzohost/config.toml";
+}
+
+std::string configurationPath(const std::string& named) {
+    const std::string usual = named.empty() ? defaultConfigurationPath() : std::string();
+    return !usual.empty() && exists(usual) ? usual : named;
 }
 
 void sortByPlace(std::vector<ConfigurationProblem>& problems) {

@@ -2,6 +2,7 @@
 
 #include "host/calendar_folder.h"
 #include "host/configured_calendars.h"
+#include "host/file_paths.h"
 #include "host/new_item_place.h"
 #include "host/weather_file.h"
 
@@ -94,7 +95,8 @@ private:
     /// The default folder may be empty, for what is to come.
     bool holdsCalendars(const ConfiguredCalendar& calendar) {
         const CalendarPaths paths = calendarPathsOf(calendar.path);
-        if (!paths.folders.empty()) {
+        if (std::any_of(paths.folders.begin(), paths.folders.end(),
+                        [](const CalendarFolder& folder) { return !folder.files.empty(); })) {
             return true;
         }
         if (!calendar.isDefault) {

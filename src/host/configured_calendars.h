@@ -2,8 +2,14 @@
 
 #include "host/calendar_set.h"
 #include "host/configuration.h"
+#include "host/store/calendar_assembly.h"
+
+#include <vector>
 
 namespace plenzo {
+
+/// The calendars of the configuration, one source for each.
+std::vector<CalendarSource> configuredSources(const Configuration& configuration);
 
 /// The calendars that the configuration names, shown as it says: its colours and read-only marks,
 /// and its names where a path holds one calendar. A calendar named twice counts once.

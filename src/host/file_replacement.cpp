@@ -23,11 +23,6 @@ std::string resultText(int result) {
     return result == 0 ? std::string() : std::string(std::strerror(errno));
 }
 
-FileStamp stampOf(const struct stat& status) {
-    return {true,           status.st_dev,         status.st_ino,
-            status.st_size, status.st_ctim.tv_sec, status.st_ctim.tv_nsec};
-}
-
 std::string writeAll(int descriptor, const std::string& text) {
     std::size_t written = 0;
     while (written < text.size()) {
@@ -56,7 +51,7 @@ FoundFile FileReplacementOnDisk::read(const std::string& path) {
         return found;
     }
     FileText file = readFileText(path);
-    found.stamp = stampOf(status);
+    found.stamp = fileStamp(status);
     found.mode = status.st_mode & permissionBits;
     found.isWritable = file.isWritable;
     found.error = std::move(file.error);
@@ -65,8 +60,7 @@ FoundFile FileReplacementOnDisk::read(const std::string& path) {
 }
 
 FileStamp FileReplacementOnDisk::stamp(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 ? stampOf(status) : FileStamp();
+    return fileStampAt(path);
 }
 
 std::string FileReplacementOnDisk::writeThrough(const std::string& path, const std::string& text,

@@ -1,23 +1,12 @@
 #pragma once
 
+#include "host/file_stamp.h"
+
 #include <sys/types.h>
 
-#include <cstdint>
 #include <string>
 
 namespace plenzo {
-
-/// Which file stood at a path, and in which state: equal as long as nobody wrote there.
-struct FileStamp {
-    bool exists = false;
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    std::int64_t size = 0;
-    std::int64_t changedSeconds = 0;
-    std::int64_t changedNanoseconds = 0;
-
-    bool operator==(const FileStamp&) const = default;
-};
 
 /// A file as it was found.
 struct FoundFile {

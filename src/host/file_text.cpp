@@ -42,12 +42,6 @@ std::string readAll(const FileDescriptor& file, std::string& text) {
     return {};
 }
 
-// The mode counts too: to the superuser every file is writable.
-bool isWritable(const std::string& path, const struct stat& status) {
-    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
-    return (status.st_mode & anyWriteBit) != 0 && access(path.c_str(), W_OK) == 0;
-}
-
 } // namespace
 
 FileText readFileText(const std::string& path, std::size_t mostBytes) {
@@ -55,12 +49,18 @@ FileText readFileText(const std::string& path, std::size_t mostBytes) {
     struct stat status {};
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     result.error = whyNotReadable(file, status, mostBytes);
+    result.stamp = file.isOpen() ? fileStamp(status) : FileStamp();
     if (result.error.empty()) {
         result.text.resize(static_cast<std::size_t>(status.st_size));
         result.error = readAll(file, result.text);
-        result.isWritable = isWritable(path, status);
+        result.isWritable = isWritableFile(path, status);
     }
     return result;
+}
+
+bool isWritableFile(const std::string& path, const struct stat& status) {
+    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (status.st_mode & anyWriteBit) != 0 && access(path.c_str(), W_OK) == 0;
 }
 
 } // namespace plenzo

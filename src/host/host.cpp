@@ -2,11 +2,11 @@
 
 #include "host/agent_link.h"
 #include "host/calendar_watch.h"
-#include "host/commands/command_queue.h"
+#include "host/commands/command_desk.h"
 #include "host/commands/command_service.h"
-#include "host/commands/desktop_presentation.h"
-#include "host/commands/notice_sender.h"
 #include "host/configured_calendars.h"
+#include "host/event_delta.h"
+#include "host/file_paths.h"
 #include "host/host_loop.h"
 #include "host/weather_feed.h"
 #include "host/weather_file.h"
@@ -14,14 +14,18 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 namespace plenzo {
 
 namespace {
+
+const PathChanges anything{true, {}};
 
 std::unique_ptr<sdbus::IConnection> sessionBus(std::string& error) {
     try {
@@ -32,21 +36,34 @@ std::unique_ptr<sdbus::IConnection> sessionBus(std::string& error) {
     }
 }
 
+/// As if the configuration named them.
+std::vector<ConfiguredCalendar> calendarsAt(const std::vector<std::string>& paths) {
+    std::vector<ConfiguredCalendar> calendars(paths.size());
+    std::transform(paths.begin(), paths.end(), calendars.begin(), [](const std::string& path) {
+        ConfiguredCalendar calendar;
+        calendar.path = absolutePath(path);
+        return calendar;
+    });
+    return calendars;
+}
+
 } // namespace
 
-Host::Host(HostOptions options) : m_options(std::move(options)) {
+Host::Host(HostOptions options)
+    : m_options(std::move(options)), m_localEdits(m_files, localEditsPath(), m_options.zone),
+      m_store(m_localEdits) {
     readConfiguration();
 }
 
 /// Paths on the command line take the place of the calendars that are configured.
 void Host::readConfiguration() {
-    const std::string& path = m_options.configurationPath;
+    const std::string path = configurationPath(m_options.configurationPath);
     m_configuration = path.empty() ? defaultConfiguration() : loadConfiguration(path);
     for (const ConfigurationProblem& problem : m_configuration.problems) {
         report(problemText(path, problem));
     }
     if (!m_options.paths.empty()) {
-        m_configuration.calendars.clear();
+        m_configuration.calendars = calendarsAt(m_options.paths);
     } else if (m_configuration.calendars.empty()) {
         report("there are no calendars: name files, or put them into " +
                (path.empty() ? defaultConfigurationPath() : path));
@@ -54,6 +71,7 @@ void Host::readConfiguration() {
 }
 
 bool Host::dump() {
+    refresh(anything);
     Dictionary everything = pushAsDictionary(currentPush());
     addWeatherTo(everything);
     const auto bytes = writeBinaryPropertyList(everything);
@@ -83,27 +101,16 @@ int Host::serve() {
     if (!m_options.commandUrls.empty() && sendToRunningHost(*connection, m_options.commandUrls)) {
         return 0;
     }
-    return serveOn(*connection);
-}
-
-int Host::serveOn(sdbus::IConnection& connection) {
-    HostLoop loop;
-    NoticeSender notices(connection);
-    const auto notify = [&notices](const Notice& notice) { notices.send(notice); };
-    FileReplacementOnDisk files;
-    PendingCommands pending(files, pendingCommandsPath());
-    DesktopPresentation presentation(pageFolderOfUser(), notify);
-    CommandExecution execution(*this, files, presentation);
-    UserMessages messages(notify);
-    CommandQueue commands(*this, execution, pending, messages);
-    CommandService service(connection, [&commands](const auto& url, const auto& token) {
-        commands.receive(url, token);
-    });
-    if (!service.takeName()) {
+    CommandDesk commands(*this, m_files, m_localEdits, *connection);
+    if (!commands.takeName()) {
         report("another plenzohost is already running");
         return 1;
     }
+    return serveOn(*connection, commands);
+}
 
+int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
+    HostLoop loop;
     std::unique_ptr<AgentLink> link;
     WeatherFeed weather(loop, m_options.zone,
                         {[&](const Dictionary& record) { link->pushWeather(record); },
@@ -112,30 +119,30 @@ int Host::serveOn(sdbus::IConnection& connection) {
         pushTo(*link);
         weather.sendAll(m_configuration.weatherFile);
     };
-    const auto pushChanges = [&] {
-        pushChangesTo(*link);
+    const auto pushChanges = [&](const PathChanges& changes) {
+        pushChangesTo(*link, changes);
         weather.sendChanges(m_configuration.weatherFile);
-        commands.tryAgain();
+        commands.queue().tryAgain();
     };
-    const auto reportOtherVersion = [this] { report("the agent that runs is of another version"); };
-    const auto reportNoStart = [this](const std::string& reason) {
-        report("the agent could not be started, waiting for it: " + reason);
-    };
-    link = std::make_unique<AgentLink>(
-        connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+    link = std::make_unique<AgentLink>(connection, agentListener(pushAll));
     // Before the calendars and the weather are read, so that no change is missed.
     const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
                               {.calendarsChanged = pushChanges, .dayChanged = pushAll});
+    loop.watch(commands.queue().descriptor(), [&] {
+        commands.queue().noteRetry();
+        pushChanges(anything); // not every file system tells of its changes
+    });
+    loop.watch(m_localChange.descriptor(), [&] {
+        m_localChange.acknowledge();
+        pushChanges(std::exchange(m_localChanges, {}));
+    });
     if (link->isAgentPresent()) {
         pushAll();
     } else {
+        refresh(anything);
         link->startAgent();
     }
-    loop.watch(commands.descriptor(), [&commands] { commands.retry(); });
-    commands.tryAgain();
-    for (const std::string& url : m_options.commandUrls) {
-        commands.receive(url, {});
-    }
+    commands.begin(m_options.commandUrls);
     if (loop.run(connection) == LoopEnd::Terminated) {
         return 0;
     }
@@ -143,22 +150,56 @@ int Host::serveOn(sdbus::IConnection& connection) {
     return 1;
 }
 
+AgentLink::Listener Host::agentListener(std::function<void()> launched) {
+    return {std::move(launched), [this] { report("the agent that runs is of another version"); },
+            [this](const std::string& reason) {
+                report("the agent could not be started, waiting for it: " + reason);
+            }};
+}
+
+/// Brings everything up to date with the files. The configuration is small and read each time.
+void Host::refresh(const PathChanges& changes) {
+    readConfiguration();
+    m_store.setSources(sources());
+    m_store.update(changes);
+    m_changes = m_events.update(m_store.calendars(),
+                                expansionWindow(now(), m_options.days, m_options.zone));
+    for (const std::string& problem : m_store.calendars().problems) {
+        report(problem);
+    }
+    for (const std::string& problem : m_changes.problems) {
+        report(problem);
+    }
+}
+
+AgentPush Host::currentPush() const {
+    return {m_configuration.preferences, sourceListOf(m_store.calendars().calendars),
+            m_events.all()};
+}
+
 void Host::pushTo(AgentLink& link) {
+    refresh(anything);
     const AgentPush push = currentPush();
     if (!link.push(push)) {
         report("the agent could not be reached");
         return;
     }
-    m_sentEvents.reset(push.events);
+    m_agentKnows = AgentKnows::Events;
+    m_sentPreferences = push.preferences;
     m_sentSourceList = push.sourceList;
     std::cout << "plenzohost: " << push.events.size() << " events handed to the agent"
               << std::endl; // Who reads this through a pipe waits for it.
 }
 
+/// Where calendars are, or may come to be.
 std::vector<std::string> Host::watchedPaths() const {
     std::vector<std::string> paths = m_options.paths;
-    if (!m_options.configurationPath.empty()) {
-        paths.push_back(m_options.configurationPath);
+    const std::string& named = m_options.configurationPath;
+    for (const std::string& path :
+         {named.empty() ? defaultConfigurationPath() : named, defaultCalendarFolder()}) {
+        if (!path.empty()) {
+            paths.push_back(path);
+        }
     }
     for (const ConfiguredCalendar& calendar : m_configuration.calendars) {
         paths.push_back(calendar.path);
@@ -166,43 +207,61 @@ std::vector<std::string> Host::watchedPaths() const {
     return paths;
 }
 
-void Host::pushChangesTo(AgentLink& link) {
-    const Dictionary sentPreferences = m_configuration.preferences;
-    readConfiguration();
-    if (!(Value(sentPreferences) == Value(m_configuration.preferences))) {
+std::vector<CalendarSource> Host::sources() const {
+    return m_options.paths.empty() ? configuredSources(m_configuration)
+                                   : std::vector<CalendarSource>{{m_options.paths, {}, {}, false}};
+}
+
+void Host::pushChangesTo(AgentLink& link, const PathChanges& changes) {
+    if (m_agentKnows == AgentKnows::OldEvents) {
+        pushTo(link);
+        return;
+    }
+    refresh(changes);
+    if (m_agentKnows == AgentKnows::Nothing) {
+        return; // it is told everything when it announces itself
+    }
+    pushPreferencesTo(link);
+    pushSourceListTo(link);
+    pushDeltaTo(link);
+}
+
+void Host::pushPreferencesTo(AgentLink& link) {
+    if (!(m_sentPreferences == m_configuration.preferences)) {
         link.pushPreferences(m_configuration.preferences);
+        m_sentPreferences = m_configuration.preferences;
     }
-    const AgentPush push = currentPush();
-    if (!(Value(push.sourceList) == Value(m_sentSourceList)) &&
-        link.pushSourceList(push.sourceList)) {
-        m_sentSourceList = push.sourceList;
+}
+
+void Host::pushSourceListTo(AgentLink& link) {
+    const Array sourceList = sourceListOf(m_store.calendars().calendars);
+    if (!(sourceList == m_sentSourceList) && link.pushSourceList(sourceList)) {
+        m_sentSourceList = sourceList;
     }
-    const Array delta = m_sentEvents.deltaTo(push.events);
+}
+
+void Host::pushDeltaTo(AgentLink& link) {
+    const Array delta = eventDelta(m_changes.before, m_changes.after);
+    m_changes = {};
     if (delta.empty()) {
         return;
     }
     if (!link.pushDelta(delta)) {
+        m_agentKnows = AgentKnows::OldEvents;
         report("the agent could not be reached");
         return;
     }
     std::cout << "plenzohost: " << delta.size() << " changes handed to the agent" << std::endl;
 }
 
-AgentPush Host::currentPush() {
-    const ExpansionWindow window = expansionWindow(now(), m_options.days, m_options.zone);
-    m_calendars = m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
-                                          : loadCalendars(m_options.paths);
-    AgentPush push = agentPush(m_calendars, window);
-    push.preferences = m_configuration.preferences;
-    for (const std::string& problem : push.problems) {
-        report(problem);
-    }
-    return push;
-}
-
-std::string Host::configurationPath() {
+std::string Host::configurationFile() {
     return m_options.configurationPath.empty() ? defaultConfigurationPath()
                                                : m_options.configurationPath;
+}
+
+void Host::noteLocalEdit(const std::string& calendarFile) {
+    m_localChanges.paths.insert(absolutePath(calendarFile));
+    m_localChange.expireIn(1);
 }
 
 SystemSeconds Host::now() {

@@ -1,13 +1,20 @@
 #pragma once
 
+#include "host/agent_link.h"
 #include "host/agent_push.h"
 #include "host/command_line.h"
 #include "host/commands/command_execution.h"
+#include "host/commands/local_edits.h"
 #include "host/configuration.h"
-#include "host/sent_events.h"
+#include "host/one_shot_timer.h"
+#include "host/store/agent_events.h"
+#include "host/store/calendar_store.h"
 
+#include <ctime>
+#include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace sdbus {
 class IConnection;
@@ -15,7 +22,7 @@ class IConnection;
 
 namespace plenzo {
 
-class AgentLink;
+class CommandDesk;
 
 /// The running program: reads the calendars and sends the agent all of them when the program
 /// starts, whenever the agent announces itself and at midnight, and what has changed when files
@@ -31,28 +38,45 @@ public:
     int serve();
 
 private:
-    const CalendarSet& calendars() override { return m_calendars; }
+    /// Whether the agent knows all events but those that have just changed.
+    enum class AgentKnows { Nothing, OldEvents, Events };
+
+    const CalendarSet& calendars() override { return m_store.calendars(); }
     const Configuration& configuration() override { return m_configuration; }
-    std::string configurationPath() override;
+    std::string configurationFile() override;
     SystemSeconds now() override;
     CalendarZone zone() override { return m_options.zone; }
     std::string zoneName() override { return m_options.zoneName; }
+    void noteLocalEdit(const std::string& calendarFile) override;
 
     /// Serves as the only host on the bus.
-    int serveOn(sdbus::IConnection& connection);
+    int serveOn(sdbus::IConnection& connection, CommandDesk& commands);
+    AgentLink::Listener agentListener(std::function<void()> launched);
+    void refresh(const PathChanges& changes);
     void pushTo(AgentLink& link);
-    void pushChangesTo(AgentLink& link);
+    void pushChangesTo(AgentLink& link, const PathChanges& changes);
+    void pushPreferencesTo(AgentLink& link);
+    void pushSourceListTo(AgentLink& link);
+    void pushDeltaTo(AgentLink& link);
+    [[nodiscard]] AgentPush currentPush() const;
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
-    AgentPush currentPush();
+    [[nodiscard]] std::vector<CalendarSource> sources() const;
     void addWeatherTo(Dictionary& everything);
     void readConfiguration();
     void report(const std::string& problem);
 
     HostOptions m_options;
-    CalendarSet m_calendars;
-    SentEvents m_sentEvents;
-    Array m_sentSourceList;
     Configuration m_configuration;
+    FileReplacementOnDisk m_files;
+    LocalEdits m_localEdits;
+    PathChanges m_localChanges;
+    OneShotTimer m_localChange{CLOCK_MONOTONIC}; // a command is done before the agent is told
+    CalendarStore m_store;
+    AgentEvents m_events;
+    RecordChanges m_changes; // of the last refresh
+    AgentKnows m_agentKnows = AgentKnows::Nothing;
+    Dictionary m_sentPreferences;
+    Array m_sentSourceList;
     std::set<std::string> m_reported; // each problem is named once
 };
 

@@ -47,10 +47,25 @@ std::optional<CalendarZone> zoneNamedBy(icalproperty* property, ZoneTable& zones
     return name == nullptr ? std::nullopt : zones.zoneNamed(name);
 }
 
+constexpr std::size_t longestLine = 400;
+
+bool hasLongLine(std::string_view text) {
+    while (text.size() > longestLine) {
+        const std::size_t end = text.find('\n');
+        if (end > longestLine) {
+            return true;
+        }
+        text.remove_prefix(end + 1);
+    }
+    return false;
+}
+
 /// The text with its long lines folded. The library looks for the end of a line anew for every 80
 /// bytes of it, which takes for ever on a line of megabytes.
 std::string withFoldedLines(std::string_view text) {
-    constexpr std::size_t longestLine = 400;
+    if (!hasLongLine(text)) {
+        return std::string(text);
+    }
     std::string folded;
     folded.reserve(text.size() + text.size() / 100);
     std::size_t lineLength = 0;

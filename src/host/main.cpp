@@ -1,4 +1,5 @@
 #include "host/command_line.h"
+#include "host/configuration.h"
 #include "host/configuration_check.h"
 #include "host/host.h"
 
@@ -10,7 +11,7 @@ int main(int argumentCount, char** arguments) {
         return commandLine.exitStatus;
     }
     if (commandLine.options->mode == plenzo::HostMode::Check) {
-        const std::string& path = commandLine.options->configurationPath;
+        const std::string path = plenzo::configurationPath(commandLine.options->configurationPath);
         return plenzo::checkConfiguration(path, std::cout) ? 0 : 1;
     }
     const bool dumps = commandLine.options->mode == plenzo::HostMode::Dump;

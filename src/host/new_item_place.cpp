@@ -1,6 +1,7 @@
 #include "host/new_item_place.h"
 
 #include "host/calendar_folder.h"
+#include "host/file_paths.h"
 #include "host/identifiers.h"
 
 #include <sys/stat.h>
@@ -70,15 +71,15 @@ bool holdsText(const fs::path& path) {
 
 /// Whether a calendar of one file is one of several items to come, each in a file named after it.
 bool isNamedAfterItem(const Calendar& calendar) {
-    const std::string stem = fs::path(calendar.files.front()).stem().string();
-    return !calendar.items.empty() &&
-           std::all_of(calendar.items.begin(), calendar.items.end(), [&](const CalendarItem& item) {
-               return stem == item.uid || stem == urlSafe(item.uid);
-           });
+    const std::string stem = fs::path(calendar.files.front()->path).stem().string();
+    const std::vector<FiledItem> items = itemsOf(calendar);
+    return !items.empty() && std::all_of(items.begin(), items.end(), [&](const FiledItem& filed) {
+        return stem == filed.item->uid || stem == urlSafe(filed.item->uid);
+    });
 }
 
 bool hasFileForEachItem(const Calendar& calendar) {
-    const fs::path folder = fs::path(calendar.files.front()).parent_path();
+    const fs::path folder = fs::path(calendar.files.front()->path).parent_path();
     return calendar.files.size() > 1 || holdsText(folder / "displayname") ||
            holdsText(folder / "color") || isNamedAfterItem(calendar);
 }
@@ -87,7 +88,7 @@ NewItemPlace placeInCalendar(const Calendar& calendar) {
     if (calendar.isReadOnly) {
         return nowhere("is read-only");
     }
-    const std::string& file = calendar.files.front();
+    const std::string& file = calendar.files.front()->path;
     return hasFileForEachItem(calendar) ? folderPlace(fs::path(file).parent_path().string())
                                         : filePlace(file);
 }
@@ -165,7 +166,7 @@ std::vector<const Calendar*> calendarsInFolder(const std::string& folder,
             continue;
         }
         const fs::path holder =
-            canonicalPath(fs::path(calendar.files.front()).parent_path().string());
+            canonicalPath(fs::path(calendar.files.front()->path).parent_path().string());
         if (holder == canonical || holder.parent_path() == canonical) {
             result.push_back(&calendar);
         }

@@ -53,10 +53,10 @@ void promoteMaster(Series& series) {
 
 } // namespace
 
-std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
+std::vector<Series> seriesOf(const std::vector<const CalendarItem*>& items) {
     std::map<SeriesKey, GatheredSeries> byKey;
     for (std::size_t index = 0; index < items.size(); ++index) {
-        addItem(byKey[keyOf(items[index], index)], items[index]);
+        addItem(byKey[keyOf(*items[index], index)], *items[index]);
     }
     std::vector<Series> all;
     all.reserve(byKey.size());
@@ -69,6 +69,15 @@ std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
         all.push_back(std::move(series));
     }
     return all;
+}
+
+std::vector<Series> seriesOf(const std::vector<CalendarItem>& items) {
+    std::vector<const CalendarItem*> pointers;
+    pointers.reserve(items.size());
+    for (const CalendarItem& item : items) {
+        pointers.push_back(&item);
+    }
+    return seriesOf(pointers);
 }
 
 } // namespace plenzo

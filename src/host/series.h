@@ -16,6 +16,7 @@ struct Series {
 /// same recurrence id the one with the highest SEQUENCE counts, and of equal ones the last. Items
 /// without a UID stand alone. Where there is no master an override that recurs itself is taken for
 /// it.
+std::vector<Series> seriesOf(const std::vector<const CalendarItem*>& items);
 std::vector<Series> seriesOf(const std::vector<CalendarItem>& items);
 
 } // namespace plenzo

@@ -1,11 +1,9 @@
 #include "host/weather_feed.h"
 
-#include "host/calendar_folder.h"
+#include "host/file_paths.h"
 #include "host/weather_file.h"
 
 #include <ctime>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace plenzo {
@@ -14,17 +12,6 @@ namespace {
 
 /// A file that is taken away to make room for another is not missed for so long.
 constexpr int settlingMilliseconds = 100;
-
-/// The path, or the first folder on the way to it that is not there: what is to be waited for.
-std::string nextToCome(const std::string& path) {
-    std::error_code error;
-    std::filesystem::path next = path;
-    while (next.parent_path().has_relative_path() &&
-           !std::filesystem::exists(next.parent_path(), error)) {
-        next = next.parent_path();
-    }
-    return next.string();
-}
 
 } // namespace
 
@@ -72,7 +59,7 @@ void WeatherFeed::follow(const std::string& path) {
 
 /// Again and again: the folder may be another one by now. A link is one file, its target another.
 void WeatherFeed::watchFile() {
-    m_watch.watch({nextToCome(m_path), nextToCome(canonicalPath(m_path))});
+    m_watch.watch({m_path, canonicalPath(m_path)});
 }
 
 void WeatherFeed::readFile() {

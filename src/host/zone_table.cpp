@@ -46,7 +46,7 @@ std::optional<cctz::time_zone> systemZoneNamed(std::string_view name) {
 ZoneTable::ZoneTable(const std::vector<ComponentBlock>& components) {
     for (const ComponentBlock& block : components) {
         if (block.name == "VTIMEZONE") {
-            m_definitions.emplace(zoneNameOfDefinition(block.text), block.text);
+            m_unnamed.push_back(block.text);
         }
     }
 }
@@ -64,21 +64,31 @@ std::optional<CalendarZone> ZoneTable::zoneNamed(std::string_view name) {
     return zone;
 }
 
-std::optional<CalendarZone> ZoneTable::definedZone(const std::string& name) const {
+std::optional<CalendarZone> ZoneTable::definedZone(const std::string& name) {
     if (const auto zone = systemZoneNamed(name)) {
         return CalendarZone(*zone);
     }
     if (const auto zone = systemZoneAtEndOf(name)) {
         return CalendarZone(*zone);
     }
-    const auto definition = m_definitions.find(name);
-    if (definition != m_definitions.end()) {
-        if (const auto zone = embeddedZoneFromText(definition->second)) {
+    const std::string_view definition = definitionOf(name);
+    if (!definition.empty()) {
+        if (const auto zone = embeddedZoneFromText(definition)) {
             return CalendarZone(zone);
         }
     }
     const auto zone = systemZoneNamed(systemNameOfWindowsZone(name));
     return zone ? std::optional(CalendarZone(*zone)) : std::nullopt;
+}
+
+// Most files define only zones that the system knows.
+std::string_view ZoneTable::definitionOf(const std::string& name) {
+    for (const std::string_view text : m_unnamed) {
+        m_definitions.emplace(zoneNameOfDefinition(text), text);
+    }
+    m_unnamed.clear();
+    const auto definition = m_definitions.find(name);
+    return definition == m_definitions.end() ? std::string_view() : definition->second;
 }
 
 } // namespace plenzo

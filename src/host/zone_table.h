@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace plenzo {
 
@@ -25,8 +26,10 @@ public:
     const std::set<std::string>& unknownNames() const { return m_unknownNames; }
 
 private:
-    std::optional<CalendarZone> definedZone(const std::string& name) const;
+    std::optional<CalendarZone> definedZone(const std::string& name);
+    std::string_view definitionOf(const std::string& name);
 
+    std::vector<std::string_view> m_unnamed; // definitions that were not looked into yet
     std::map<std::string, std::string_view, std::less<>> m_definitions;
     std::map<std::string, std::optional<CalendarZone>, std::less<>> m_zones;
     std::set<std::string> m_unknownNames;

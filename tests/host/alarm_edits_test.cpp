@@ -175,6 +175,18 @@ TEST(SnoozingAnAlarm, WithoutAUidGivesItOne) {
     EXPECT_EQ(after.find('\n'), after.find("\r\n") + 1);
 }
 
+TEST(SnoozingAnAlarm, ToATimeBeforeItsOwnLeavesNothingWhenThatIsDismissed) {
+    const std::string text = fileAround("BEGIN:VEVENT\nUID:e\nDTSTART:20260312T090000Z\n"
+                                        "BEGIN:VALARM\nUID:a\nACTION:DISPLAY\nTRIGGER:-PT10M\n"
+                                        "END:VALARM\nEND:VEVENT\n");
+    const std::string early =
+        snoozed(text, ofTwelfth, "2026-03-12T07:00:00Z", "2026-03-12T06:00:00Z");
+    EXPECT_THAT(firings(early), ElementsAre("2026-03-12T09:00 at 2026-03-12T07:00"));
+    const std::string after =
+        acknowledged(early, "c~e~20260312T090000Z~new-1", "2026-03-12T07:00:05Z");
+    EXPECT_THAT(firings(after), ElementsAre());
+}
+
 TEST(SnoozingAnAlarm, OfAnItemOutsideOfACalendarHappensThere) {
     const std::string whole = weekly("");
     const std::string alone = whole.substr(

@@ -11,12 +11,19 @@ std::string fileAround(std::string_view components) {
     return "BEGIN:VCALENDAR\nVERSION:2.0\n" + std::string(components) + "END:VCALENDAR\n";
 }
 
-Calendar calendarOf(std::string_view components) {
+Calendar calendarOfText(std::string_view text) {
+    const auto file = std::make_shared<CalendarFile>();
+    file->path = "/c.ics";
+    file->items = readCalendarText(text).items;
     Calendar calendar;
     calendar.uid = "c";
     calendar.title = "Test";
-    calendar.items = readCalendarText(fileAround(components)).items;
+    calendar.files = {file};
     return calendar;
+}
+
+Calendar calendarOf(std::string_view components) {
+    return calendarOfText(fileAround(components));
 }
 
 SystemSeconds instant(const std::string& text) {

@@ -14,7 +14,10 @@ namespace plenzo {
 /// A calendar file around these components, which may be written with single line feeds.
 std::string fileAround(std::string_view components);
 
-/// The calendar "Test" with these components; its uid is "c".
+/// The calendar "Test" of this text in the file "/c.ics"; its uid is "c".
+Calendar calendarOfText(std::string_view text);
+
+/// The same of a file around these components.
 Calendar calendarOf(std::string_view components);
 
 /// "2026-03-01T09:00:00+01:00" as an instant.

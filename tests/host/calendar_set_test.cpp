@@ -1,6 +1,8 @@
 #include "calendar_fixture.h"
 #include "host/agent_push.h"
+#include "host/calendar_records.h"
 #include "host/calendar_set.h"
+#include "host/store/agent_events.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +35,7 @@ protected:
     static std::vector<std::string> titlesOf(const CalendarSet& set) {
         std::vector<std::string> titles;
         for (const Calendar& calendar : set.calendars) {
-            titles.push_back(calendar.title + " " + std::to_string(calendar.items.size()));
+            titles.push_back(calendar.title + " " + std::to_string(itemsOf(calendar).size()));
         }
         return titles;
     }
@@ -94,17 +96,18 @@ TEST_F(ACalendarSet, TellsTheSameEventInTwoCalendarsApart) {
     const std::string text =
         fileAround("BEGIN:VEVENT\nUID:same\nDTSTART:20260310T100000Z\nEND:VEVENT\n");
     const CalendarSet set = loadCalendars({write("a.ics", text), write("b.ics", text)});
-    const AgentPush push = agentPush(set, windowFrom("2026-03-10T08:00:00Z"));
-    ASSERT_EQ(push.events.size(), 2U);
-    EXPECT_NE(push.events[0].dictionary()->stringForKey("uid"),
-              push.events[1].dictionary()->stringForKey("uid"));
+    AgentEvents events;
+    events.update(set, windowFrom("2026-03-10T08:00:00Z"));
+    ASSERT_EQ(events.all().size(), 2U);
+    EXPECT_NE(events.all()[0].dictionary()->stringForKey("uid"),
+              events.all()[1].dictionary()->stringForKey("uid"));
 }
 
 TEST_F(ACalendarSet, BecomesASourceListWithOneHeading) {
     const CalendarSet set = loadCalendars({writeEvent("a.ics", "NAME:A\nCOLOR:red\n")});
-    const AgentPush push = agentPush(set, windowFrom("2026-03-10T08:00:00Z"));
-    ASSERT_EQ(push.sourceList.size(), 1U);
-    const Dictionary& heading = *push.sourceList[0].dictionary();
+    const Array sourceList = sourceListOf(set.calendars);
+    ASSERT_EQ(sourceList.size(), 1U);
+    const Dictionary& heading = *sourceList[0].dictionary();
     EXPECT_TRUE(heading.boolForKey("header"));
     ASSERT_NE(heading.arrayForKey("children"), nullptr);
     const Dictionary& node = *(*heading.arrayForKey("children"))[0].dictionary();
@@ -112,9 +115,9 @@ TEST_F(ACalendarSet, BecomesASourceListWithOneHeading) {
     EXPECT_TRUE(node.boolForKey("visible"));
     EXPECT_EQ(node.stringForKey("title"), "A");
     EXPECT_EQ(node.integerForKey("colInt"), 0xFF0000);
-    EXPECT_EQ(node.stringForKey("uid"), push.events[0].dictionary()->stringForKey("cuid"));
-    EXPECT_EQ(push.preferences, (Dictionary{{Key("alarmsIssueAlarms"), true},
-                                            {Key("alarmsUseNotificationCenter"), false}}));
+    const Array records =
+        calendarRecords(set.calendars.at(0), windowFrom("2026-03-10T08:00:00Z")).records;
+    EXPECT_EQ(node.stringForKey("uid"), records[0].dictionary()->stringForKey("cuid"));
 }
 
 } // namespace plenzo

@@ -41,7 +41,7 @@ void printIdentifiers(const CalendarSet& set, const EditContext& context) {
 EditResult edited(const CalendarSet& set, const std::string& command, const std::string& uid,
                   const EditContext& context) {
     const CommandTargets targets(set);
-    const std::string text = readFileText(set.calendars[0].files[0]).text;
+    const std::string text = readFileText(set.calendars[0].files[0]->path).text;
     if (command == "complete") {
         const auto target = targets.occurrence(uid);
         return target ? completeToDo(text, *target, Completion::Done, context)

@@ -41,13 +41,7 @@ void visitReminders(const std::string& text, const ExpansionWindow& window, Visi
 } // namespace
 
 CalendarSet setOf(const std::string& text) {
-    CalendarSet set;
-    Calendar calendar;
-    calendar.uid = "c";
-    calendar.files = {"/c.ics"};
-    calendar.items = readCalendarText(text).items;
-    set.calendars.push_back(std::move(calendar));
-    return set;
+    return {{calendarOfText(text)}, {}};
 }
 
 EditContext editContext(const std::string& now) {

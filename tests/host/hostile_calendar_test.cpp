@@ -16,9 +16,7 @@ namespace plenzo {
 namespace {
 
 CalendarRecords expand(const std::string& text) {
-    Calendar calendar;
-    calendar.items = readCalendarText(text).items;
-    return calendarRecords(calendar, windowFrom("2026-03-10T12:00:00Z", 40));
+    return calendarRecords(calendarOfText(text), windowFrom("2026-03-10T12:00:00Z", 40));
 }
 
 CalendarRecords expandRule(const std::string& start, const std::string& rule) {

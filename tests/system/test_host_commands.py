@@ -139,6 +139,25 @@ class AHost(SystemTest):
         self.check_told("could not be completed", "\"holidays\" is read-only")
         self.assertEqual((self.folder / "holidays.ics").read_bytes(), before)
 
+    def test_snoozes_alarms_of_a_read_only_calendar_beside_it(self):
+        """Also when it is downloaded anew, and in the next run."""
+        holidays = self.folder / "holidays.ics"
+        before = holidays.read_bytes()
+        until = self.start - 2 * HOUR
+        self.host.open(f"plenzoevent://snooze/{self.rows()['holiday']['reminderUid']}/{until}")
+        self.wait_until(lambda: self.rows()["holiday"]["fireDate"][0] == until, "the snoozed alarm")
+        self.assertEqual(holidays.read_bytes(), before)
+        beside = self.folder / "download"
+        beside.write_bytes(before.replace(b"SUMMARY:holiday\r\n", b"SUMMARY:free\r\n"))
+        beside.rename(holidays)
+        self.wait_until(lambda: self.rows().get("free", {}).get("fireDate") == (until,), "the new text")
+        self.host.end()
+        self.host = self.start_host()
+        self.wait_for_rows("work", "work to do", "free", "holiday to do")
+        self.assertEqual(self.rows()["free"]["fireDate"][0], until)
+        self.host.open(f"plenzoevent://acknowledge/{self.rows()['free']['reminderUid']}")
+        self.wait_for_rows("work", "work to do", "holiday to do")
+
     def test_says_what_is_no_command(self):
         before = self.text()
         for url in ("plenzoevent://", "plenzoevent://snooze/x", "plenzoevent://new/%20", "http://a",

@@ -77,14 +77,27 @@ CommandResult CommandExecution::changeAlarm(const HostCommand& command) {
     const CommandTargets targets(m_world.calendars());
     const auto target = targets.alarm(command.uid);
     const Calendar* calendar = targets.calendar(command.uid);
-    if (!target || calendar->isReadOnly) {
-        return whyNotChanged(calendar, target.has_value());
+    if (!target) {
+        return whyNotChanged(calendar, false);
+    }
+    if (calendar->isReadOnly) {
+        return changeAlarmLocally(command, *target);
     }
     return write(target->occurrence.path, [&](std::string_view text) {
         return command.kind == Kind::Snooze
                    ? snoozeAlarm(text, *target, command.until, editContext())
                    : acknowledgeAlarm(text, *target, editContext());
     });
+}
+
+CommandResult CommandExecution::changeAlarmLocally(const HostCommand& command,
+                                                   const AlarmTarget& target) {
+    const bool isSnooze = command.kind == Kind::Snooze;
+    const std::string error = m_localEdits.add(
+        {target, isSnooze ? std::optional(command.until) : std::nullopt, m_world.now()});
+    m_world.noteLocalEdit(target.occurrence.path);
+    return error.empty() ? CommandResult()
+                         : refused("it is remembered until the program ends only: " + error);
 }
 
 CommandResult CommandExecution::complete(const HostCommand& command) {
@@ -147,7 +160,7 @@ CommandResult CommandExecution::present(const HostCommand& command, const std::s
 }
 
 CommandResult CommandExecution::openConfiguration(const std::string& token) {
-    const std::string path = m_world.configurationPath();
+    const std::string path = m_world.configurationFile();
     if (path.empty()) {
         return refused("there is no folder for the configuration");
     }

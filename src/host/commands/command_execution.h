@@ -2,6 +2,7 @@
 
 #include "host/calendar_set.h"
 #include "host/commands/item_presentation.h"
+#include "host/commands/local_edits.h"
 #include "host/commands/pending_commands.h"
 #include "host/configuration.h"
 #include "host/edit_targets.h"
@@ -21,12 +22,14 @@ public:
 
     virtual const CalendarSet& calendars() = 0;
     virtual const Configuration& configuration() = 0;
-    /// The file of the configuration, which need not exist.
-    virtual std::string configurationPath() = 0;
+    /// Which need not exist.
+    virtual std::string configurationFile() = 0;
     virtual SystemSeconds now() = 0;
     virtual CalendarZone zone() = 0;
     /// As "Europe/Berlin"; empty when nobody knows it.
     virtual std::string zoneName() = 0;
+    /// The local edits of that file are others now.
+    virtual void noteLocalEdit(const std::string& calendarFile) = 0;
 };
 
 /// What has become of a command.
@@ -42,14 +45,16 @@ struct CommandResult {
 /// Carries out commands: changes the calendar files, and opens what is to be shown.
 class CommandExecution {
 public:
-    CommandExecution(CommandWorld& world, FileReplacement& files, ItemPresentation& presentation)
-        : m_world(world), m_files(files), m_presentation(presentation) {}
+    CommandExecution(CommandWorld& world, FileReplacement& files, LocalEdits& localEdits,
+                     ItemPresentation& presentation)
+        : m_world(world), m_files(files), m_localEdits(localEdits), m_presentation(presentation) {}
 
     /// The token lets the program that opens take the focus; it may be empty.
     CommandResult execute(const PendingCommand& command, const std::string& activationToken);
 
 private:
     CommandResult changeAlarm(const HostCommand& command);
+    CommandResult changeAlarmLocally(const HostCommand& command, const AlarmTarget& target);
     CommandResult complete(const HostCommand& command);
     CommandResult makeItem(const PendingCommand& command);
     CommandResult present(const HostCommand& command, const std::string& token);
@@ -61,6 +66,7 @@ private:
 
     CommandWorld& m_world;
     FileReplacement& m_files;
+    LocalEdits& m_localEdits;
     ItemPresentation& m_presentation;
 };
 

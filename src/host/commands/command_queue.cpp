@@ -127,10 +127,9 @@ void CommandQueue::tryAgain() {
     }
 }
 
-void CommandQueue::retry() {
+void CommandQueue::noteRetry() {
     m_retry.acknowledge();
     m_retrySeconds = std::min(m_retrySeconds * 2, longestRetrySeconds);
-    tryAgain();
 }
 
 void CommandQueue::waitForRetry() {

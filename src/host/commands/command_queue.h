@@ -24,9 +24,9 @@ public:
     /// Tries what waits, such as what a former run left.
     void tryAgain();
 
-    /// Becomes readable when it is time to try again.
+    /// Becomes readable when it is time to try again, until that was noted.
     [[nodiscard]] int descriptor() const { return m_retry.descriptor(); }
-    void retry();
+    void noteRetry();
 
 private:
     void keep(const PendingCommand& command);

@@ -29,13 +29,13 @@ struct Description {
 Description descriptionOf(const Calendar& calendar, const OccurrenceTarget& target,
                           const CalendarZone& zone) {
     Description description;
-    for (const CalendarItem& item : calendar.items) {
-        const bool isMeant = item.kind == target.kind && item.uid == target.itemUid &&
-                             (!item.uid.empty() || item.line == target.line);
-        if (isMeant && !item.recurrenceId) {
-            description.series = &item;
-        } else if (isMeant && isSame(item.recurrenceId, target.identity, zone)) {
-            description.own = &item;
+    for (const auto& [file, item] : itemsOf(calendar)) {
+        const bool isMeant = item->kind == target.kind && item->uid == target.itemUid &&
+                             (!item->uid.empty() || item->line == target.line);
+        if (isMeant && !item->recurrenceId) {
+            description.series = item;
+        } else if (isMeant && isSame(item->recurrenceId, target.identity, zone)) {
+            description.own = item;
         }
     }
     return description;

@@ -71,8 +71,8 @@ SystemSeconds lastUseOf(const LocalEdit& edit) {
 
 } // namespace
 
-LocalEdits::LocalEdits(FileReplacement& files, std::string path)
-    : m_files(files), m_path(std::move(path)) {
+LocalEdits::LocalEdits(FileReplacement& files, std::string path, CalendarZone zone)
+    : m_files(files), m_path(std::move(path)), m_zone(std::move(zone)) {
     load();
 }
 
@@ -80,6 +80,7 @@ void LocalEdits::load() {
     for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
         auto edit = editFrom(dictionary);
         if (edit && m_edits.size() < mostEdits) {
+            noteChange(*edit);
             m_edits.push_back(std::move(*edit));
         }
     }
@@ -87,8 +88,10 @@ void LocalEdits::load() {
 
 std::string LocalEdits::add(LocalEdit edit) {
     forgetOld(edit.made);
+    noteChange(edit);
     m_edits.push_back(std::move(edit));
     if (m_edits.size() > mostEdits) {
+        noteChange(m_edits.front());
         m_edits.erase(m_edits.begin());
     }
     return save();
@@ -108,24 +111,28 @@ void LocalEdits::forgetOld(SystemSeconds now) {
         });
         if (isOfUse) {
             kept.push_back(edit);
+        } else {
+            noteChange(edit);
         }
     }
     m_edits = std::move(kept);
 }
 
-bool LocalEdits::concern(std::string_view calendarFile) const {
-    return std::any_of(m_edits.begin(), m_edits.end(), [&](const LocalEdit& edit) {
-        return edit.target.occurrence.path == calendarFile;
-    });
+void LocalEdits::noteChange(const LocalEdit& edit) {
+    ++m_versions[edit.target.occurrence.path];
 }
 
-std::string LocalEdits::appliedTo(std::string_view calendarFile, std::string text,
-                                  const CalendarZone& zone) const {
+std::size_t LocalEdits::version(const std::string& calendarFile) const {
+    const auto found = m_versions.find(calendarFile);
+    return found == m_versions.end() ? 0 : found->second;
+}
+
+std::string LocalEdits::amended(const std::string& calendarFile, std::string text) const {
     for (const LocalEdit& edit : m_edits) {
         if (edit.target.occurrence.path != calendarFile) {
             continue;
         }
-        const EditContext context{edit.made, zone, uidsOf(edit)};
+        const EditContext context{edit.made, m_zone, uidsOf(edit)};
         EditResult edited = edit.until ? snoozeAlarm(text, edit.target, *edit.until, context)
                                        : acknowledgeAlarm(text, edit.target, context);
         if (edited.error.empty()) {

@@ -2,10 +2,11 @@
 
 #include "host/edit_targets.h"
 #include "host/file_replacement.h"
+#include "host/store/calendar_amendments.h"
 
+#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace plenzo {
@@ -20,29 +21,30 @@ struct LocalEdit {
 /// The snoozes and acknowledgements of read-only calendars, kept beside them in a file (a binary
 /// property list): what is read of such a calendar is its text with these changes, whoever replaces
 /// it meanwhile. They go two days after they were of use.
-class LocalEdits {
+class LocalEdits final : public CalendarAmendments {
 public:
     /// With what a former run left in the file. A file that is damaged counts as empty.
-    LocalEdits(FileReplacement& files, std::string path);
+    LocalEdits(FileReplacement& files, std::string path, CalendarZone zone);
 
     /// Returns why it could not be written down, or an empty text; it counts in any case.
     std::string add(LocalEdit edit);
 
-    /// Whether a text of that file is changed.
-    [[nodiscard]] bool concern(std::string_view calendarFile) const;
-
-    /// The text of that file with the changes; those that do not fit any more are left out.
-    [[nodiscard]] std::string appliedTo(std::string_view calendarFile, std::string text,
-                                        const CalendarZone& zone) const;
+    /// The text with the changes; those that do not fit any more are left out.
+    [[nodiscard]] std::string amended(const std::string& calendarFile,
+                                      std::string text) const override;
+    [[nodiscard]] std::size_t version(const std::string& calendarFile) const override;
 
 private:
     void load();
     std::string save();
     void forgetOld(SystemSeconds now);
+    void noteChange(const LocalEdit& edit);
 
     FileReplacement& m_files;
     std::string m_path;
+    CalendarZone m_zone;
     std::vector<LocalEdit> m_edits;
+    std::map<std::string, std::size_t> m_versions; // by the calendar file
 };
 
 /// Where they are kept: plenzohost/local-edits in the user's state folder; empty when the user has

@@ -35,13 +35,17 @@ public:
         return m_set;
     }
     const Configuration& configuration() override { return settings; }
-    std::string configurationPath() override { return m_folder.file("config/c.toml"); }
+    std::string configurationFile() override { return m_folder.file("config/c.toml"); }
     SystemSeconds now() override { return moment; }
     CalendarZone zone() override { return CalendarZone(systemZoneNamed("Europe/Berlin").value()); }
     std::string zoneName() override { return "Europe/Berlin"; }
+    void noteLocalEdit(const std::string& calendarFile) override {
+        editedLocally.push_back(fs::path(calendarFile).filename().string());
+    }
 
     Configuration settings;
     SystemSeconds moment = instant("2026-03-12T09:00:00Z");
+    std::vector<std::string> editedLocally;
 
 private:
     const TemporaryFolder& m_folder;
@@ -125,8 +129,9 @@ protected:
     FolderWorld world{folder};
     BreakableFiles files;
     NotingPresentation presentation;
-    CommandExecution execution{world, files, presentation};
     BreakableFiles disk;
+    LocalEdits localEdits{disk, folder.file("state/local-edits"), world.zone()};
+    CommandExecution execution{world, files, localEdits, presentation};
     PendingCommands pending{disk, folder.file("state/commands")};
     std::vector<std::string> told;
     UserMessages messages{
@@ -212,6 +217,19 @@ TEST_F(ACommandQueue, RefusesWhatNeverCanBe) {
     EXPECT_THAT(told, ElementsAre(HasSubstr("\"fixed\" is read-only"), HasSubstr("any more"),
                                   HasSubstr("could not be shown")));
     EXPECT_THAT(pending.all(), IsEmpty());
+}
+
+TEST_F(ACommandQueue, KeepsWhatIsDoneWithAnAlarmOfAReadOnlyCalendarBesideIt) {
+    const std::string before = text("fixed");
+    receive("snooze/" + bell("fixed") + "/795013200");
+    EXPECT_EQ(text("fixed"), before);
+    EXPECT_THAT(localEdits.amended(path("fixed"), before),
+                HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T130000Z"));
+    EXPECT_THAT(world.editedLocally, ElementsAre("fixed.ics"));
+    EXPECT_THAT(told, IsEmpty());
+    disk.failingStep = 7; // after the command itself was written down
+    receive("acknowledge/" + bell("fixed"));
+    EXPECT_THAT(told, ElementsAre(HasSubstr("remembered until the program ends only")));
 }
 
 TEST_F(ACommandQueue, MakesANewItemOnceWhateverWasCutShort) {

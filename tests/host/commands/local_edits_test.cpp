@@ -26,7 +26,7 @@ protected:
 
     /// What the user hears, with the edits.
     std::vector<std::string> firings() const { return firingsIn(edited(), window); }
-    std::string edited() const { return edits.appliedTo("/c.ics", text, zone); }
+    std::string edited() const { return edits.amended("/c.ics", text); }
 
     /// Of the alarm that goes off as the first one.
     void edit(const char* made, const char* until = nullptr) {
@@ -38,7 +38,7 @@ protected:
 
     TemporaryFolder folder;
     BreakableFiles files;
-    LocalEdits edits{files, folder.file("state/local-edits")};
+    LocalEdits edits{files, folder.file("state/local-edits"), zone};
 };
 
 } // namespace
@@ -51,19 +51,18 @@ TEST_F(LocalEditsOfACalendar, SnoozeAndAcknowledgeWithoutTouchingTheFile) {
     EXPECT_THAT(firings()[0], testing::EndsWith("at 2026-03-12T10:10"));
     EXPECT_EQ(firings()[1], before[1]);
     EXPECT_EQ(edited(), edited()); // and so the agent knows the alarm again
-    EXPECT_TRUE(edits.concern("/c.ics"));
-    EXPECT_FALSE(edits.concern("/d.ics"));
-    EXPECT_EQ(edits.appliedTo("/d.ics", text, zone), text);
+    EXPECT_NE(edits.version("/c.ics"), edits.version("/d.ics"));
+    EXPECT_EQ(edits.amended("/d.ics", text), text);
 }
 
 TEST_F(LocalEditsOfACalendar, OutliveTheProgramAndWhatTheFileWas) {
     edit("2026-03-12T10:00:10Z", "2026-03-12T10:10:00Z");
     BreakableFiles disk;
-    const LocalEdits ofNextRun(disk, folder.file("state/local-edits"));
-    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", text, zone), edited());
+    const LocalEdits ofNextRun(disk, folder.file("state/local-edits"), zone);
+    EXPECT_EQ(ofNextRun.amended("/c.ics", text), edited());
     const std::string without = fileAround("");
-    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", without, zone), without);
-    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", "damaged", zone), "damaged");
+    EXPECT_EQ(ofNextRun.amended("/c.ics", without), without);
+    EXPECT_EQ(ofNextRun.amended("/c.ics", "damaged"), "damaged");
 }
 
 TEST_F(LocalEditsOfACalendar, GoWhenTheyAreOfNoUse) {
@@ -71,10 +70,11 @@ TEST_F(LocalEditsOfACalendar, GoWhenTheyAreOfNoUse) {
     AlarmTarget other;
     other.occurrence.path = "/d.ics";
     edits.add({other, std::nullopt, instant("2026-03-15T09:00:00Z")});
-    EXPECT_TRUE(edits.concern("/c.ics"));
+    EXPECT_NE(edited(), text);
+    const std::size_t version = edits.version("/c.ics");
     edits.add({other, std::nullopt, instant("2026-03-15T11:00:00Z")});
-    EXPECT_FALSE(edits.concern("/c.ics"));
-    EXPECT_TRUE(edits.concern("/d.ics"));
+    EXPECT_EQ(edited(), text);
+    EXPECT_NE(edits.version("/c.ics"), version);
 }
 
 } // namespace plenzo

@@ -1,4 +1,5 @@
-#include "host/sent_events.h"
+#include "host/event_delta.h"
+#include "propertylist/dictionary.h"
 #include "propertylist/known_keys.h"
 
 #include <gmock/gmock.h>
@@ -32,26 +33,20 @@ std::vector<std::string> texts(const Array& delta) {
 
 } // namespace
 
-TEST(SentEvents, ArePairedWithDeletionNoticesWhenTheyChange) {
-    SentEvents sent;
-    sent.reset({record("a"), record("b"), record("c"), record("d")});
+TEST(AnEventDelta, PairsWhatChangesWithADeletionNotice) {
+    const Array first{record("a"), record("b"), record("c"), record("d")};
     const Array next{record("c"), record("b", "changed"), record("new"), record("a")};
-    EXPECT_THAT(texts(sent.deltaTo(next)), ElementsAre("-b", "-d", "b changed", "new same"));
-    EXPECT_THAT(texts(sent.deltaTo(next)), IsEmpty());
-    EXPECT_THAT(texts(sent.deltaTo({})), ElementsAre("-c", "-b", "-new", "-a"));
+    EXPECT_THAT(texts(eventDelta(first, next)), ElementsAre("-b", "-d", "b changed", "new same"));
+    EXPECT_THAT(texts(eventDelta(next, next)), IsEmpty());
+    EXPECT_THAT(texts(eventDelta(next, {})), ElementsAre("-c", "-b", "-new", "-a"));
+    EXPECT_THAT(texts(eventDelta({}, {record("a")})), ElementsAre("a same"));
 }
 
-TEST(SentEvents, OfOneUidChangeTogether) {
-    SentEvents sent;
-    sent.reset({record("a"), record("a", "twin"), record("b")});
-    EXPECT_THAT(texts(sent.deltaTo({record("a"), record("a", "other"), record("b")})),
-                ElementsAre("-a", "a same", "a other"));
-    EXPECT_THAT(texts(sent.deltaTo({record("a"), record("b")})), ElementsAre("-a", "a same"));
-}
-
-TEST(SentEvents, StartFromNothing) {
-    SentEvents sent;
-    EXPECT_THAT(texts(sent.deltaTo({record("a")})), ElementsAre("a same"));
+TEST(AnEventDelta, TakesTheRecordsOfOneUidTogether) {
+    const Array first{record("a"), record("a", "twin"), record("b")};
+    const Array next{record("a"), record("a", "other"), record("b")};
+    EXPECT_THAT(texts(eventDelta(first, next)), ElementsAre("-a", "a same", "a other"));
+    EXPECT_THAT(texts(eventDelta(next, {record("a"), record("b")})), ElementsAre("-a", "a same"));
 }
 
 } // namespace plenzo

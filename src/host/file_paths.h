@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace plenzo {
+
+/// The path from the root on, without ".", ".." and a slash at its end. Links are not followed.
+std::string absolutePath(const std::string& path);
+
+/// One spelling for every path to the same file: links are followed.
+std::string canonicalPath(const std::string& path);
+
+} // namespace plenzo

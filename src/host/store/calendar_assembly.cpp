@@ -1,0 +1,141 @@
+#include "host/store/calendar_assembly.h"
+
+#include "host/color_names.h"
+#include "host/file_paths.h"
+#include "host/identifiers.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <unordered_set>
+
+namespace plenzo {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Files = std::vector<CalendarFilePointer>;
+
+Calendar emptyCalendar(const std::string& realPath, const std::string& title,
+                       const std::optional<std::uint32_t>& color) {
+    Calendar calendar;
+    calendar.uid = "cal-" + stableHashText(realPath);
+    calendar.title = title;
+    calendar.color = color.value_or(colorForName(title));
+    return calendar;
+}
+
+Calendar calendarOfFile(const CalendarFilePointer& file, const std::string& realPath) {
+    Calendar calendar = emptyCalendar(
+        realPath, file->title.empty() ? fs::path(file->path).stem().string() : file->title,
+        file->color);
+    calendar.isReadOnly = !file->isWritable;
+    calendar.files = {file};
+    return calendar;
+}
+
+Calendar calendarOfFolder(const CalendarFolder& folder, Files files) {
+    const std::string name = fs::path(folder.realPath).filename();
+    Calendar calendar =
+        emptyCalendar(folder.realPath, folder.displayName.empty() ? name : folder.displayName,
+                      colorFromText(folder.color));
+    calendar.isReadOnly =
+        std::any_of(files.begin(), files.end(), [](const auto& file) { return !file->isWritable; });
+    calendar.files = std::move(files);
+    return calendar;
+}
+
+/// The calendars of one source on the way.
+class Assembly {
+public:
+    explicit Assembly(const std::vector<StoredPath>& paths) : m_mayRepeat(paths.size() > 1) {
+        for (const StoredPath& path : paths) {
+            for (const StoredFolder& folder : path.folders()) {
+                m_mayRepeat = m_mayRepeat || folder.folder.hasLinks;
+            }
+        }
+    }
+
+    void add(const StoredPath& path) {
+        const CalendarFilePointer& file = path.file();
+        if (file && file->isCalendar) {
+            const std::string realPath = canonicalPath(file->path);
+            if (isNew(realPath)) {
+                m_calendars.push_back(calendarOfFile(file, realPath));
+            }
+        }
+        for (const StoredFolder& folder : path.folders()) {
+            if (!folder.files.empty()) {
+                addFolder(folder);
+            }
+        }
+    }
+
+    std::vector<Calendar> take() { return std::move(m_calendars); }
+
+private:
+    bool isNew(const std::string& realPath) {
+        return !m_mayRepeat || m_known.insert(realPath).second;
+    }
+
+    // Only where there are links does a file's real path have to be found out.
+    static std::string realPathOf(const StoredFolder& folder, const CalendarFile& file) {
+        return folder.folder.hasLinks
+                   ? canonicalPath(file.path)
+                   : (fs::path(folder.folder.realPath) / fs::path(file.path).filename()).string();
+    }
+
+    Files calendarFilesOf(const StoredFolder& folder) {
+        Files files;
+        files.reserve(folder.files.size());
+        for (const CalendarFilePointer& file : folder.files) {
+            if (file->isCalendar && (!m_mayRepeat || isNew(realPathOf(folder, *file)))) {
+                files.push_back(file);
+            }
+        }
+        return files;
+    }
+
+    void addFolder(const StoredFolder& folder) {
+        Files files = calendarFilesOf(folder);
+        const bool areSingles =
+            files.size() > 1 && std::all_of(files.begin(), files.end(),
+                                            [](const auto& file) { return file->holdsOneItem; });
+        if (folder.folder.isCollection() || areSingles) {
+            m_calendars.push_back(calendarOfFolder(folder.folder, std::move(files)));
+            return;
+        }
+        for (const CalendarFilePointer& file : files) {
+            m_calendars.push_back(calendarOfFile(file, realPathOf(folder, *file)));
+        }
+    }
+
+    bool m_mayRepeat;
+    std::unordered_set<std::string> m_known;
+    std::vector<Calendar> m_calendars;
+};
+
+void dress(Calendar& calendar, const CalendarSource& source, bool isOnly) {
+    calendar.isReadOnly = calendar.isReadOnly || source.isReadOnly;
+    calendar.color = source.color.value_or(calendar.color);
+    if (isOnly && !source.title.empty()) {
+        calendar.title = source.title;
+    }
+}
+
+} // namespace
+
+std::vector<Calendar> assembledCalendars(const CalendarSource& source,
+                                         const std::vector<StoredPath>& paths) {
+    Assembly assembly(paths);
+    for (const StoredPath& path : paths) {
+        assembly.add(path);
+    }
+    std::vector<Calendar> calendars = assembly.take();
+    for (Calendar& calendar : calendars) {
+        dress(calendar, source, calendars.size() == 1);
+    }
+    return calendars;
+}
+
+} // namespace plenzo

@@ -1,0 +1,92 @@
+#include "host/store/calendar_file.h"
+
+#include "host/calendar_text.h"
+#include "host/file_text.h"
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+/// The file system's clock goes in steps: two changes within one leave the same stamp.
+constexpr std::int64_t clockStepNanoseconds = 20'000'000;
+
+std::string problemText(const std::string& path, const FileProblem& problem) {
+    const std::string place = problem.line > 0 ? ":" + std::to_string(problem.line) : "";
+    return path + place + ": " + problem.text;
+}
+
+bool haveOneUid(const std::vector<CalendarItem>& items) {
+    return !items.empty() && std::all_of(items.begin(), items.end(), [&](const CalendarItem& item) {
+        return item.uid == items.front().uid;
+    });
+}
+
+void take(CalendarText text, CalendarFile& file) {
+    file.isCalendar = true;
+    for (const FileProblem& problem : text.problems) {
+        file.problems.push_back(problemText(file.path, problem));
+        file.isCalendar = file.isCalendar && (problem.line > 0 || !text.items.empty());
+    }
+    file.holdsOneItem = text.title.empty() && haveOneUid(text.items);
+    file.title = std::move(text.title);
+    file.color = text.color;
+    file.items = std::move(text.items);
+}
+
+timespec fileSystemTime() {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return now;
+}
+
+/// Whether a change after this moment leaves another stamp.
+bool isLasting(const FileStamp& stamp, const timespec& moment) {
+    constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+    const std::int64_t seconds = moment.tv_sec - stamp.changedSeconds;
+    const std::int64_t rest = moment.tv_nsec - stamp.changedNanoseconds;
+    const bool isNear = seconds >= -1 && seconds <= 1;
+    return !isNear || seconds * nanosecondsPerSecond + rest > clockStepNanoseconds;
+}
+
+std::size_t versionOf(const std::string& path, const CalendarAmendments* amendments) {
+    return amendments == nullptr ? 0 : amendments->version(path);
+}
+
+} // namespace
+
+CalendarFilePointer readCalendarFile(const std::string& path,
+                                     const CalendarAmendments* amendments) {
+    const auto file = std::make_shared<CalendarFile>();
+    const timespec before = fileSystemTime();
+    FileText read = readFileText(path);
+    file->path = path;
+    file->stamp = read.stamp;
+    file->hasLastingStamp = isLasting(read.stamp, before);
+    file->isWritable = read.isWritable;
+    if (read.error.empty()) {
+        file->amendmentVersion = versionOf(path, amendments);
+        take(readCalendarText(amendments == nullptr
+                                  ? read.text
+                                  : amendments->amended(path, std::move(read.text))),
+             *file);
+    } else {
+        file->problems.push_back(path + ": " + read.error);
+    }
+    return file;
+}
+
+CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known,
+                                        const CalendarAmendments* amendments) {
+    struct stat status {};
+    const bool isSame = known && known->hasLastingStamp && stat(path.c_str(), &status) == 0 &&
+                        fileStamp(status) == known->stamp &&
+                        known->amendmentVersion == versionOf(path, amendments) &&
+                        (!known->isCalendar || isWritableFile(path, status) == known->isWritable);
+    return isSame ? known : readCalendarFile(path, amendments);
+}
+
+} // namespace plenzo

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/calendar.h"
+#include "host/store/calendar_amendments.h"
+
+#include <string>
+
+namespace plenzo {
+
+/// Reads the file, whatever it may be: what cannot be read, or is no calendar, has problems.
+/// Without amendments, which may be null, its text counts as it is.
+CalendarFilePointer readCalendarFile(const std::string& path, const CalendarAmendments* amendments);
+
+/// The file as it is now: the known one as long as nobody wrote to it since it was read and
+/// its amendments are the same.
+CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known,
+                                        const CalendarAmendments* amendments);
+
+} // namespace plenzo
