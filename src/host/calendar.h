@@ -15,7 +15,7 @@ namespace plenzo {
 /// another one.
 struct CalendarFile {
     std::string path;
-    FileStamp stamp; // from before it was read
+    FileStamp stamp;              // from before it was read
     bool hasLastingStamp = false; // no change since can have left it as it is
     bool isWritable = false;
     bool isCalendar = false; // it could be read, and is one

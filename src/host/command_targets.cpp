@@ -31,9 +31,8 @@ std::vector<FiledItem> itemsOf(const Calendar& calendar, ItemKind kind,
     std::erase_if(items, [&](const FiledItem& filed) {
         return filed.item->kind != kind || itemIdentifier(*filed.item) != identifier;
     });
-    std::stable_partition(items.begin(), items.end(), [](const FiledItem& filed) {
-        return !filed.item->recurrenceId;
-    });
+    std::stable_partition(items.begin(), items.end(),
+                          [](const FiledItem& filed) { return !filed.item->recurrenceId; });
     return items;
 }
 

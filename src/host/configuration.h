@@ -66,8 +66,8 @@ Configuration defaultConfiguration();
 /// empty when the user has none.
 std::string defaultConfigurationPath();
 
-/// The configuration file that is to be read: the one that is named or, where none is, the usual one
-/// if it is there; empty for none.
+/// The configuration file that is to be read: the one that is named or, where none is, the usual
+/// one if it is there; empty for none.
 std::string configurationPath(const std::string& named);
 
 /// Where calendars are looked for without any configuration; empty when the user has no folders.

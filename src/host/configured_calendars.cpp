@@ -20,8 +20,7 @@ bool exists(const ConfiguredCalendar& calendar) {
 std::vector<CalendarSource> configuredSources(const Configuration& configuration) {
     std::vector<CalendarSource> sources;
     for (const ConfiguredCalendar& calendar : configuration.calendars) {
-        sources.push_back(
-            {{calendar.path}, calendar.title, calendar.color, calendar.isReadOnly});
+        sources.push_back({{calendar.path}, calendar.title, calendar.color, calendar.isReadOnly});
     }
     return sources;
 }

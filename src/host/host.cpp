@@ -140,9 +140,8 @@ std::vector<std::string> Host::watchedPaths() const {
 }
 
 std::vector<CalendarSource> Host::sources() const {
-    return m_options.paths.empty()
-               ? configuredSources(m_configuration)
-               : std::vector<CalendarSource>{{m_options.paths, {}, {}, false}};
+    return m_options.paths.empty() ? configuredSources(m_configuration)
+                                   : std::vector<CalendarSource>{{m_options.paths, {}, {}, false}};
 }
 
 void Host::pushChangesTo(AgentLink& link, const PathChanges& changes) {

@@ -11,8 +11,7 @@ int main(int argumentCount, char** arguments) {
         return commandLine.exitStatus;
     }
     if (commandLine.options->mode == plenzo::HostMode::Check) {
-        const std::string path =
-            plenzo::configurationPath(commandLine.options->configurationPath);
+        const std::string path = plenzo::configurationPath(commandLine.options->configurationPath);
         return plenzo::checkConfiguration(path, std::cout) ? 0 : 1;
     }
     const bool dumps = commandLine.options->mode == plenzo::HostMode::Dump;

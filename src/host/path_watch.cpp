@@ -85,7 +85,8 @@ PathWatch::Folder* PathWatch::addFolder(const std::string& path) {
     std::vector<Folder>& folders = m_folders[watch];
     const auto known = std::find_if(folders.begin(), folders.end(),
                                     [&](const Folder& folder) { return folder.path == path; });
-    return known != folders.end() ? &*known : &folders.emplace_back(Folder{path, Contents::NamesAlone, {}});
+    return known != folders.end() ? &*known
+                                  : &folders.emplace_back(Folder{path, Contents::NamesAlone, {}});
 }
 
 bool PathWatch::addCalendarFolder(const std::string& path, Contents contents) {

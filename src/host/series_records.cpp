@@ -21,7 +21,7 @@ bool isIn(const ExpansionWindow& window, SystemSeconds instant) {
 class RecordsOfSeries {
 public:
     RecordsOfSeries(const Series& series, const Calendar& calendar, const ExpansionWindow& window,
-                  Array& records)
+                    Array& records)
         : m_series(series), m_window(window),
           m_records(records), m_context{calendar,
                                         series.master == nullptr

@@ -36,8 +36,7 @@ std::vector<std::string> texts(const Array& delta) {
 TEST(AnEventDelta, PairsWhatChangesWithADeletionNotice) {
     const Array first{record("a"), record("b"), record("c"), record("d")};
     const Array next{record("c"), record("b", "changed"), record("new"), record("a")};
-    EXPECT_THAT(texts(eventDelta(first, next)),
-                ElementsAre("-b", "-d", "b changed", "new same"));
+    EXPECT_THAT(texts(eventDelta(first, next)), ElementsAre("-b", "-d", "b changed", "new same"));
     EXPECT_THAT(texts(eventDelta(next, next)), IsEmpty());
     EXPECT_THAT(texts(eventDelta(next, {})), ElementsAre("-c", "-b", "-new", "-a"));
     EXPECT_THAT(texts(eventDelta({}, {record("a")})), ElementsAre("a same"));

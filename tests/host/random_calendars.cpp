@@ -119,7 +119,8 @@ void RandomCalendars::rewriteInPlace() {
 void RandomCalendars::describeFolder() {
     const fs::path file = someFolder() / (below(2) == 0 ? "displayname" : "color");
     if (below(2) == 0) {
-        write(file, below(2) == 0 ? "#12345" + std::to_string(below(9)) : numbered("My ", below(9)));
+        write(file,
+              below(2) == 0 ? "#12345" + std::to_string(below(9)) : numbered("My ", below(9)));
     } else {
         fs::remove(file);
     }

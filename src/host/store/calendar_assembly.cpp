@@ -36,11 +36,11 @@ Calendar calendarOfFile(const CalendarFilePointer& file, const std::string& real
 
 Calendar calendarOfFolder(const CalendarFolder& folder, Files files) {
     const std::string name = fs::path(folder.realPath).filename();
-    Calendar calendar = emptyCalendar(folder.realPath,
-                                      folder.displayName.empty() ? name : folder.displayName,
-                                      colorFromText(folder.color));
-    calendar.isReadOnly = std::any_of(
-        files.begin(), files.end(), [](const auto& file) { return !file->isWritable; });
+    Calendar calendar =
+        emptyCalendar(folder.realPath, folder.displayName.empty() ? name : folder.displayName,
+                      colorFromText(folder.color));
+    calendar.isReadOnly =
+        std::any_of(files.begin(), files.end(), [](const auto& file) { return !file->isWritable; });
     calendar.files = std::move(files);
     return calendar;
 }

@@ -66,8 +66,8 @@ private:
     Groups m_groups;
     std::vector<Groups::iterator> m_noted;
     std::size_t m_itemCount = 0;
-    ExpansionBudget m_used; // by the groups that are not stale
-    bool m_isAmple = true; // the last time, for every group
+    ExpansionBudget m_used;                           // by the groups that are not stale
+    bool m_isAmple = true;                            // the last time, for every group
     std::set<std::pair<int, std::string>> m_problems; // by their lines, each once
 };
 

@@ -4,7 +4,11 @@
 #include "host/file_text.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstddef>
 #include <ctime>
+#include <system_error>
+#include <thread>
 
 namespace plenzo {
 
@@ -19,10 +23,9 @@ std::string problemText(const std::string& path, const FileProblem& problem) {
 }
 
 bool haveOneUid(const std::vector<CalendarItem>& items) {
-    return !items.empty() &&
-           std::all_of(items.begin(), items.end(), [&](const CalendarItem& item) {
-               return item.uid == items.front().uid;
-           });
+    return !items.empty() && std::all_of(items.begin(), items.end(), [&](const CalendarItem& item) {
+        return item.uid == items.front().uid;
+    });
 }
 
 void take(CalendarText text, CalendarFile& file) {
@@ -52,6 +55,14 @@ bool isLasting(const FileStamp& stamp, const timespec& moment) {
     return !isNear || seconds * nanosecondsPerSecond + rest > clockStepNanoseconds;
 }
 
+/// How many threads help this one.
+std::size_t helpersFor(std::size_t fileCount) {
+    constexpr std::size_t worthAThread = 200;
+    constexpr std::size_t most = 3;
+    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
+    return std::min({fileCount / worthAThread, processors - 1, most});
+}
+
 } // namespace
 
 CalendarFilePointer readCalendarFile(const std::string& path) {
@@ -76,6 +87,27 @@ CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarF
                         fileStamp(status) == known->stamp &&
                         (!known->isCalendar || isWritableFile(path, status) == known->isWritable);
     return isSame ? known : readCalendarFile(path);
+}
+
+std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted) {
+    std::vector<CalendarFilePointer> files(wanted.size());
+    std::atomic<std::size_t> next = 0;
+    const auto readOneAfterTheOther = [&] {
+        for (std::size_t index = next++; index < wanted.size(); index = next++) {
+            files[index] = currentCalendarFile(wanted[index].path, wanted[index].known);
+        }
+    };
+    std::vector<std::jthread> helpers;
+    try {
+        while (helpers.size() < helpersFor(wanted.size())) {
+            helpers.emplace_back(readOneAfterTheOther);
+        }
+    } catch (const std::system_error&) {
+        // There are no more threads to be had; those that there are read all files.
+    }
+    readOneAfterTheOther();
+    helpers.clear();
+    return files;
 }
 
 } // namespace plenzo

@@ -3,6 +3,7 @@
 #include "host/calendar.h"
 
 #include <string>
+#include <vector>
 
 namespace plenzo {
 
@@ -11,5 +12,15 @@ CalendarFilePointer readCalendarFile(const std::string& path);
 
 /// The file as it is now: the known one as long as nobody wrote to it since it was read.
 CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known);
+
+/// A file that is wanted, and what is known of it: null for nothing.
+struct WantedFile {
+    std::string path;
+    CalendarFilePointer known;
+};
+
+/// Each of the files as it is now. Many are read on as many threads as the machine has processors,
+/// at most four; all of them have ended when this returns.
+std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted);
 
 } // namespace plenzo

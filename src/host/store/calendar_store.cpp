@@ -10,9 +10,9 @@ namespace plenzo {
 void CalendarStore::setSources(const std::vector<CalendarSource>& sources) {
     std::vector<StoredSource> stored;
     for (const CalendarSource& source : sources) {
-        const auto known = std::find_if(
-            m_sources.begin(), m_sources.end(),
-            [&](const StoredSource& one) { return one.source.paths == source.paths; });
+        const auto known =
+            std::find_if(m_sources.begin(), m_sources.end(),
+                         [&](const StoredSource& one) { return one.source.paths == source.paths; });
         StoredSource next{source, {}, true};
         if (known != m_sources.end()) {
             next = std::move(*known);
