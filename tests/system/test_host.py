@@ -37,12 +37,17 @@ class AHost(SystemTest):
         (self.folder / "private").mkdir(parents=True)
         self.write("work.ics", calendar("a", "b"))
         self.agent = self.start_agent()
-        self.host = self.session.start([os.environ["PLENZOHOST"], str(self.folder)],
-                                       stdout=subprocess.PIPE, text=True)
-        self.addCleanup(self._end_host)
+        self.start_host(str(self.folder))
         self.wait_for_titles("a", "b")
 
+    def start_host(self, *arguments):
+        self.host = self.session.start([os.environ["PLENZOHOST"], *arguments],
+                                       stdout=subprocess.PIPE, text=True)
+        self.addCleanup(self._end_host)
+
     def _end_host(self):
+        if self.host.stdout.closed:
+            return
         self.host.terminate()
         self.assertEqual(wait_for_end(self.host), 0)
         self.host.stdout.close()
@@ -85,6 +90,44 @@ class AHost(SystemTest):
             slow.seek(0)
             slow.write(calendar("slow"))
         self.wait_for_titles("a", "b", "c", "slow")
+
+    def test_moves_from_one_event_in_a_file_to_several(self):
+        """Two files of one event each are one calendar; other files are calendars by themselves."""
+        self.write("private/one.ics", calendar("c"))
+        self.write("private/two.ics", calendar("d"))
+        self.wait_for_titles("a", "b", "c", "d")
+        self.write("private/two.ics", calendar("d", "e"))
+        self.wait_for_titles("a", "b", "c", "d", "e")
+        (self.folder / "private").rename(self.folder / "renamed")
+        self.write("renamed/two.ics", calendar("e"))
+        self.wait_for_titles("a", "b", "c", "e")
+
+    def test_takes_in_a_flood_of_changes(self):
+        titles = [f"flood {number}" for number in range(300)]
+        (self.folder / "flood").mkdir()
+        for title in titles:
+            self.write(f"flood/{title}.ics", calendar(title))
+        self.wait_for_titles("a", "b", *titles)
+        for title in titles[10:]:
+            (self.folder / f"flood/{title}.ics").unlink()
+        self.wait_for_titles("a", "b", *titles[:10])
+
+    def test_notices_a_configuration_that_is_made_later(self):
+        self._end_host()
+        self.start_host()
+        self.wait_for_titles()
+        data = self.session.folder / "data" / "calendars"
+        data.mkdir()
+        (data / "default.ics").write_text(calendar("default"))
+        self.wait_for_titles("default")
+        configuration = self.session.folder / "config" / "plenzohost"
+        configuration.mkdir()
+        (configuration / "config.toml").write_text(f'[[calendar]]\npath = "{self.folder}"\n')
+        self.wait_for_titles("a", "b")
+        self.write("work.ics", calendar("a"))
+        self.wait_for_titles("a")
+        (configuration / "config.toml").unlink()
+        self.wait_for_titles("default")
 
     def test_tells_everything_to_an_agent_that_starts_anew(self):
         self.agent.ask_to_end()

@@ -4,7 +4,11 @@
 #include "host/file_text.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstddef>
 #include <ctime>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 namespace plenzo {
@@ -56,6 +60,14 @@ std::size_t versionOf(const std::string& path, const CalendarAmendments* amendme
     return amendments == nullptr ? 0 : amendments->version(path);
 }
 
+/// How many threads help this one.
+std::size_t helpersFor(std::size_t fileCount) {
+    constexpr std::size_t worthAThread = 200;
+    constexpr std::size_t most = 3;
+    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
+    return std::min({fileCount / worthAThread, processors - 1, most});
+}
+
 } // namespace
 
 CalendarFilePointer readCalendarFile(const std::string& path,
@@ -87,6 +99,28 @@ CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarF
                         known->amendmentVersion == versionOf(path, amendments) &&
                         (!known->isCalendar || isWritableFile(path, status) == known->isWritable);
     return isSame ? known : readCalendarFile(path, amendments);
+}
+
+std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted,
+                                                      const CalendarAmendments* amendments) {
+    std::vector<CalendarFilePointer> files(wanted.size());
+    std::atomic<std::size_t> next = 0;
+    const auto readOneAfterTheOther = [&] {
+        for (std::size_t index = next++; index < wanted.size(); index = next++) {
+            files[index] = currentCalendarFile(wanted[index].path, wanted[index].known, amendments);
+        }
+    };
+    std::vector<std::jthread> helpers;
+    try {
+        while (helpers.size() < helpersFor(wanted.size())) {
+            helpers.emplace_back(readOneAfterTheOther);
+        }
+    } catch (const std::system_error&) {
+        // There are no more threads to be had; those that there are read all files.
+    }
+    readOneAfterTheOther();
+    helpers.clear();
+    return files;
 }
 
 } // namespace plenzo

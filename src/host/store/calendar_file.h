@@ -4,6 +4,7 @@
 #include "host/store/calendar_amendments.h"
 
 #include <string>
+#include <vector>
 
 namespace plenzo {
 
@@ -15,5 +16,16 @@ CalendarFilePointer readCalendarFile(const std::string& path, const CalendarAmen
 /// its amendments are the same.
 CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known,
                                         const CalendarAmendments* amendments);
+
+/// A file that is wanted, and what is known of it: null for nothing.
+struct WantedFile {
+    std::string path;
+    CalendarFilePointer known;
+};
+
+/// Each of the files as it is now. Many are read on as many threads as the machine has processors,
+/// at most four; all of them have ended when this returns.
+std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted,
+                                                      const CalendarAmendments* amendments);
 
 } // namespace plenzo

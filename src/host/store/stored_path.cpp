@@ -52,10 +52,14 @@ std::vector<std::string> StoredPath::takeProblems() {
 CalendarFilePointer StoredPath::currentFile(const std::string& path,
                                             const CalendarFilePointer& known) {
     CalendarFilePointer file = currentCalendarFile(path, known, m_amendments);
+    noteProblems(file, known);
+    return file;
+}
+
+void StoredPath::noteProblems(const CalendarFilePointer& file, const CalendarFilePointer& known) {
     if (file != known) {
         m_problems.insert(m_problems.end(), file->problems.begin(), file->problems.end());
     }
-    return file;
 }
 
 void StoredPath::lookAtEverything() {
@@ -76,14 +80,19 @@ StoredFolder StoredPath::storedFolder(CalendarFolder folder) {
     const Files none;
     const Files& knownFiles = known == nullptr ? none : known->files;
     auto place = knownFiles.begin();
-    stored.files.reserve(stored.folder.files.size());
-    for (const std::string& path : stored.folder.files) {
+    std::vector<WantedFile> wanted;
+    for (std::string& path : stored.folder.files) {
         while (place != knownFiles.end() && (*place)->path < path) {
             ++place;
         }
-        stored.files.push_back(currentFile(path, fileAt(knownFiles, place, path)));
+        CalendarFilePointer file = fileAt(knownFiles, place, path);
+        wanted.push_back({std::move(path), std::move(file)});
     }
     stored.folder.files = {};
+    stored.files = currentCalendarFiles(wanted, m_amendments);
+    for (std::size_t index = 0; index < wanted.size(); ++index) {
+        noteProblems(stored.files[index], wanted[index].known);
+    }
     return stored;
 }
 

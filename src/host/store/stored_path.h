@@ -39,6 +39,7 @@ public:
 
 private:
     CalendarFilePointer currentFile(const std::string& path, const CalendarFilePointer& known);
+    void noteProblems(const CalendarFilePointer& file, const CalendarFilePointer& known);
     StoredFolder storedFolder(CalendarFolder folder);
     const StoredFolder* knownFolder(const std::string& path) const;
     [[nodiscard]] bool mayLeadElsewhere() const;
