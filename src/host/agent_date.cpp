@@ -13,6 +13,10 @@ Date agentDate(SystemSeconds instant) {
     return {static_cast<double>(unixSecondsOf(instant) - referenceUnixSeconds)};
 }
 
+SystemSeconds instantFromAgentSeconds(std::int64_t seconds) {
+    return instantFromUnixSeconds(referenceUnixSeconds + seconds);
+}
+
 Date agentDate(const CalendarTime& time) {
     switch (time.form) {
     case TimeForm::Date:

@@ -105,6 +105,14 @@ void AgentLink::pushPreferences(const Dictionary& preferences) {
     }
 }
 
+void AgentLink::pushWeather(const Dictionary& record) {
+    try {
+        sendDictionary("WeatherUpdated", record);
+    } catch (const sdbus::Error&) {
+        // It comes with the next full update.
+    }
+}
+
 bool AgentLink::pushSourceList(const Array& nodes) {
     try {
         return sendSourceList(nodes);

@@ -44,6 +44,8 @@ public:
     bool pushDelta(const Array& events);
     bool pushSourceList(const Array& nodes);
     void pushPreferences(const Dictionary& preferences);
+    /// Replaces the weather that the agent has; an empty record is that there is none.
+    void pushWeather(const Dictionary& record);
 
 private:
     void subscribe();

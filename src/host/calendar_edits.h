@@ -47,4 +47,10 @@ EditResult completeToDo(std::string_view text, const OccurrenceTarget& target,
 /// the text has.
 EditResult addComponent(std::string_view text, std::string_view component);
 
+/// Adds a VTIMEZONE in the same way, unless the calendar has one with its TZID.
+EditResult addZone(std::string_view text, std::string_view zoneComponent);
+
+/// Whether the text has an event or to-do with that UID.
+bool holdsItem(std::string_view text, std::string_view uid);
+
 } // namespace plenzo

@@ -1,11 +1,15 @@
 #include "host/command_line.h"
 
+#include "host/commands/host_command.h"
 #include "host/configuration.h"
+#include "host/system_zone.h"
 #include "host/zone_table.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 
 namespace plenzo {
@@ -28,7 +32,8 @@ void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) 
     parser.set_version_flag("--version", "plenzohost " PLENZO_VERSION);
     parser.add_option("PATH", options.paths,
                       "iCalendar files, or folders with .ics files (and the folders in them), "
-                      "instead of the calendars of the configuration");
+                      "instead of the calendars of the configuration; or plenzoevent URLs, for the "
+                      "host that runs already");
     parser
         .add_option("--config", texts.configuration,
                     "Read this file instead of plenzohost/config.toml in the configuration folder")
@@ -45,7 +50,7 @@ void declareOptions(CLI::App& parser, HostOptions& options, OptionTexts& texts) 
                     "Write what the agent would be sent to standard output, as one binary property "
                     "list, and end");
     CLI::App* check = parser.add_subcommand(
-        "check", "Say what is wrong in the configuration and its calendars, and end");
+        "check", "Say what is wrong in the configuration and in what it names, and end");
     check->add_option("FILE", texts.configuration, "The configuration to check");
     check->callback([&texts] { texts.checks = true; });
 }
@@ -70,6 +75,11 @@ std::string understand(const OptionTexts& texts, HostOptions& options) {
     options.mode = texts.checks ? HostMode::Check : texts.dumps ? HostMode::Dump : HostMode::Serve;
     options.configurationPath = configurationPath(texts);
     options.zone = CalendarZone(cctz::local_time_zone());
+    options.zoneName = texts.zone.empty() ? systemZoneName() : texts.zone;
+    const auto urls = std::stable_partition(options.paths.begin(), options.paths.end(),
+                                            [](const auto& path) { return !isCommandUrl(path); });
+    std::move(urls, options.paths.end(), std::back_inserter(options.commandUrls));
+    options.paths.erase(urls, options.paths.end());
     if (!texts.zone.empty()) {
         const auto zone = systemZoneNamed(texts.zone);
         if (!zone) {

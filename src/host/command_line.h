@@ -12,11 +12,13 @@ enum class HostMode { Serve, Dump, Check };
 
 /// What the command line asks for.
 struct HostOptions {
-    std::vector<std::string> paths; // instead of the calendars of the configuration
-    std::string configurationPath;  // empty when there is none
+    std::vector<std::string> paths;       // instead of the calendars of the configuration
+    std::string configurationPath;        // empty when there is none
+    std::vector<std::string> commandUrls; // for the host that runs, or else for this one
     int days = 30;
     std::optional<SystemSeconds> fixedNow;
     CalendarZone zone;
+    std::string zoneName; // empty when nobody knows it
     HostMode mode = HostMode::Serve;
 };
 

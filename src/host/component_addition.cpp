@@ -8,6 +8,7 @@ namespace {
 constexpr std::string_view emptyCalendar = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n"
                                            "PRODID:-//Plenzo//plenzohost//EN\r\n"
                                            "END:VCALENDAR\r\n";
+constexpr const char* noCalendar = "holds no calendar";
 
 bool isItem(const ContentComponent& component) {
     return component.name() == "VEVENT" || component.name() == "VTODO";
@@ -18,7 +19,7 @@ std::string uidOf(const ContentComponent& component) {
     return uid == nullptr ? std::string() : uid->text();
 }
 
-bool holdsUid(const ContentText& content, const std::string& uid) {
+bool holdsUid(const ContentText& content, std::string_view uid) {
     for (const ContentComponent* calendar : content.components()) {
         for (const ContentComponent* component : calendar->components()) {
             if (isItem(*component) && uidOf(*component) == uid) {
@@ -38,18 +39,53 @@ ContentComponent* firstCalendar(const ContentText& content) {
     return nullptr;
 }
 
+/// A blank text is a calendar to begin with.
+std::optional<ContentText> calendarText(std::string_view text, std::string& whyNot) {
+    const bool isNew = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    return ContentText::fromText(isNew ? emptyCalendar : text, whyNot);
+}
+
 } // namespace
 
-EditResult addComponent(std::string_view text, std::string_view component) {
-    const bool isNew = text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+bool holdsItem(std::string_view text, std::string_view uid) {
     std::string whyNot;
-    const auto content = ContentText::fromText(isNew ? emptyCalendar : text, whyNot);
-    if (!content) {
-        return EditResult::failed(whyNot);
-    }
-    ContentComponent* calendar = firstCalendar(*content);
+    const auto content = ContentText::fromText(text, whyNot);
+    return content && holdsUid(*content, uid);
+}
+
+EditResult addZone(std::string_view text, std::string_view zoneComponent) {
+    std::string whyNot;
+    const auto content = calendarText(text, whyNot);
+    ContentComponent* calendar = content ? firstCalendar(*content) : nullptr;
     if (calendar == nullptr) {
-        return EditResult::failed("holds no calendar");
+        return EditResult::failed(content ? noCalendar : whyNot);
+    }
+    auto zone = componentFromText(zoneComponent, content->lineEnding());
+    if (!zone || zone->name() != "VTIMEZONE" || zone->property("TZID") == nullptr) {
+        return EditResult::failed("the new zone is no whole time zone");
+    }
+    const auto zones = calendar->components("VTIMEZONE");
+    const std::string identifier = zone->property("TZID")->text();
+    for (const ContentComponent* known : zones) {
+        const ContentLine* name = known->property("TZID");
+        if (name != nullptr && name->text() == identifier) {
+            return {std::string(text), {}};
+        }
+    }
+    if (zones.empty()) {
+        calendar->append(std::move(zone));
+    } else {
+        calendar->insertAfter(*zones.back(), std::move(zone));
+    }
+    return {content->text(), {}};
+}
+
+EditResult addComponent(std::string_view text, std::string_view component) {
+    std::string whyNot;
+    const auto content = calendarText(text, whyNot);
+    ContentComponent* calendar = content ? firstCalendar(*content) : nullptr;
+    if (calendar == nullptr) {
+        return EditResult::failed(content ? noCalendar : whyNot);
     }
     auto added = componentFromText(component, content->lineEnding());
     if (!added || !isItem(*added) || uidOf(*added).empty()) {

@@ -47,12 +47,9 @@ Configuration failed(std::string why) {
 } // namespace
 
 Configuration loadConfiguration(const std::string& path) {
-    const FileText file = readFileText(path);
+    const FileText file = readFileText(path, largestConfigurationBytes);
     if (!file.error.empty()) {
         return failed(file.error);
-    }
-    if (file.text.size() > largestConfigurationBytes) {
-        return failed("is larger than 1 MiB");
     }
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);

@@ -17,7 +17,7 @@ struct TextPlace {
     int column = 0;
 };
 
-/// Something wrong in the configuration, for the person who wrote it.
+/// Something wrong in the configuration, or in a file that it names, for the person who wrote it.
 struct ConfigurationProblem {
     TextPlace place;
     std::string text;
@@ -31,6 +31,7 @@ struct ConfiguredCalendar {
     std::optional<std::uint32_t> color;
     bool isReadOnly = false;
     bool isDefault = false; // new items go there
+    TextPlace defaultPlace; // of the key that says so
 };
 
 /// What the person has set, with the defaults for everything else. The keys are described in
@@ -39,12 +40,13 @@ struct Configuration {
     std::vector<ConfiguredCalendar> calendars;
     Dictionary preferences;  // as the agent gets them
     std::string weatherFile; // absolute, or empty
+    TextPlace weatherPlace;  // of the path
     DayMonthOrder dayMonthOrder = DayMonthOrder::DayFirst;
     std::vector<ConfigurationProblem> problems; // in the order of the text
 };
 
-/// Where a path in the configuration starts from: "~" is the home folder, and a relative path is
-/// one of the configuration's own folder.
+/// Where a path in the configuration starts from: "~" is the home folder, empty when there is none,
+/// and a relative path is one of the configuration's own folder.
 struct PathOrigin {
     std::string home;
     std::string folder;

@@ -1,5 +1,6 @@
 #include "host/color_names.h"
 #include "host/configuration.h"
+#include "host/configured_path.h"
 #include "host/duration_text.h"
 
 #include <toml++/toml.h>
@@ -39,15 +40,6 @@ TextPlace placeOf(const toml::source_region& source) {
 
 std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
-}
-
-/// The text of a path as the file means it.
-std::string pathFrom(const std::string& path, const PathOrigin& origin) {
-    const bool isInHome = path == "~" || path.starts_with("~/");
-    if (isInHome) {
-        return origin.home + path.substr(1);
-    }
-    return path.starts_with('/') || origin.folder.empty() ? path : origin.folder + "/" + path;
 }
 
 /// Reads the tables of one configuration into its values.
@@ -130,7 +122,22 @@ private:
             }
             return;
         }
+        settleDefault(calendar);
         m_result.calendars.push_back(std::move(calendar));
+    }
+
+    void settleDefault(ConfiguredCalendar& calendar) {
+        if (!calendar.isDefault) {
+            return;
+        }
+        calendar.isDefault = !m_hasDefault;
+        if (m_hasDefault) {
+            addProblem(calendar.defaultPlace, "another calendar is the default already");
+        } else if (calendar.isReadOnly) {
+            addProblem(calendar.defaultPlace,
+                       "new items cannot be written: the default calendar is read-only");
+        }
+        m_hasDefault = true;
     }
 
     void readCalendarEntry(const toml::key& key, const toml::node& value,
@@ -145,7 +152,8 @@ private:
         } else if (key == "read-only") {
             calendar.isReadOnly = flagAt(key, value).value_or(false);
         } else if (key == "default") {
-            readDefault(key, value, calendar);
+            calendar.isDefault = flagAt(key, value).value_or(false);
+            calendar.defaultPlace = placeOf(key.source());
         } else {
             addUnknown(key, " of a calendar");
         }
@@ -160,16 +168,6 @@ private:
         }
     }
 
-    void readDefault(const toml::key& key, const toml::node& value, ConfiguredCalendar& calendar) {
-        const bool isDefault = flagAt(key, value).value_or(false);
-        if (isDefault && m_hasDefault) {
-            addProblem(placeOf(key.source()), "another calendar is the default already");
-            return;
-        }
-        m_hasDefault = m_hasDefault || isDefault;
-        calendar.isDefault = isDefault;
-    }
-
     /// Empty, with a problem, for what is no text or an empty one.
     std::string textAt(const toml::key& key, const toml::node& value) {
         const auto* text = value.as_string();
@@ -182,7 +180,14 @@ private:
 
     std::string pathAt(const toml::key& key, const toml::node& value) {
         const std::string text = textAt(key, value);
-        return text.empty() ? text : pathFrom(text, m_origin);
+        if (text.empty()) {
+            return {};
+        }
+        ConfiguredPath path = pathFromText(text, m_origin);
+        if (!path.error.empty()) {
+            addProblem(placeOf(value.source()), std::move(path.error));
+        }
+        return path.path;
     }
 
     std::optional<bool> flagAt(const toml::key& key, const toml::node& value) {
@@ -244,6 +249,7 @@ private:
     void readWeather(const toml::key& key, const toml::node& value) {
         if (key == "file") {
             m_result.weatherFile = pathAt(key, value);
+            m_result.weatherPlace = placeOf(value.source());
         } else {
             addUnknown(key, " of the weather");
         }

@@ -1,10 +1,7 @@
 #include "host/configured_calendars.h"
 
-#include <filesystem>
 #include <iterator>
-#include <ostream>
 #include <set>
-#include <system_error>
 
 namespace plenzo {
 
@@ -16,11 +13,6 @@ void dress(Calendar& calendar, const ConfiguredCalendar& configured, bool isOnly
     if (isOnly && !configured.title.empty()) {
         calendar.title = configured.title;
     }
-}
-
-bool exists(const ConfiguredCalendar& calendar) {
-    std::error_code error;
-    return std::filesystem::exists(calendar.path, error);
 }
 
 } // namespace
@@ -39,26 +31,6 @@ CalendarSet loadConfiguredCalendars(const Configuration& configuration) {
         std::move(set.problems.begin(), set.problems.end(), std::back_inserter(all.problems));
     }
     return all;
-}
-
-bool checkConfiguration(const std::string& path, std::ostream& output) {
-    Configuration configuration = path.empty() ? defaultConfiguration() : loadConfiguration(path);
-    for (const ConfigurationProblem& problem : configuration.problems) {
-        output << problemText(path, problem) << '\n';
-    }
-    // A path that is missing was named with its line already.
-    std::erase_if(configuration.calendars,
-                  [](const ConfiguredCalendar& calendar) { return !exists(calendar); });
-    const CalendarSet set = loadConfiguredCalendars(configuration);
-    for (const std::string& problem : set.problems) {
-        output << problem << '\n';
-    }
-    const bool isGood = configuration.problems.empty() && set.problems.empty();
-    if (isGood) {
-        output << (path.empty() ? "no configuration" : path)
-               << ": nothing is wrong; calendars: " << set.calendars.size() << '\n';
-    }
-    return isGood;
 }
 
 } // namespace plenzo

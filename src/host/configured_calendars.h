@@ -3,17 +3,10 @@
 #include "host/calendar_set.h"
 #include "host/configuration.h"
 
-#include <iosfwd>
-
 namespace plenzo {
 
 /// The calendars that the configuration names, shown as it says: its colours and read-only marks,
 /// and its names where a path holds one calendar. A calendar named twice counts once.
 CalendarSet loadConfiguredCalendars(const Configuration& configuration);
-
-/// Writes every problem of the configuration file and of the calendars that it names, a line each,
-/// or one line that there is none. True when there is none. An empty path is what holds without a
-/// configuration.
-bool checkConfiguration(const std::string& path, std::ostream& output);
 
 } // namespace plenzo

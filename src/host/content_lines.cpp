@@ -79,11 +79,17 @@ std::vector<ContentComponent*> ContentComponent::components(std::string_view nam
 
 ContentComponent& ContentComponent::insertAfter(const ContentComponent& sibling,
                                                 std::unique_ptr<ContentComponent> component) {
-    const auto found = std::find_if(m_parts.begin(), m_parts.end(), [&sibling](const Part& part) {
+    return insertAmong(m_parts, sibling, std::move(component));
+}
+
+ContentComponent& ContentComponent::insertAmong(std::vector<Part>& parts,
+                                                const ContentComponent& sibling,
+                                                std::unique_ptr<ContentComponent> component) {
+    const auto found = std::find_if(parts.begin(), parts.end(), [&sibling](const Part& part) {
         return part.component.get() == &sibling;
     });
-    const auto place = found == m_parts.end() ? found : found + 1;
-    return *m_parts.insert(place, Part{ContentLine(""), std::move(component)})->component;
+    const auto place = found == parts.end() ? found : found + 1;
+    return *parts.insert(place, Part{ContentLine(""), std::move(component)})->component;
 }
 
 ContentComponent& ContentComponent::append(std::unique_ptr<ContentComponent> component) {
@@ -131,6 +137,11 @@ std::vector<ContentComponent*> ContentText::components() const {
         }
     }
     return all;
+}
+
+ContentComponent& ContentText::insertAfter(const ContentComponent& sibling,
+                                           std::unique_ptr<ContentComponent> component) {
+    return ContentComponent::insertAmong(m_parts, sibling, std::move(component));
 }
 
 std::string ContentText::text() const {

@@ -91,6 +91,10 @@ public:
 
 private:
     friend class ContentParser;
+    friend class ContentText;
+
+    static ContentComponent& insertAmong(std::vector<Part>& parts, const ContentComponent& sibling,
+                                         std::unique_ptr<ContentComponent> component);
 
     ContentLine m_begin;
     std::optional<ContentLine> m_end;
@@ -110,8 +114,10 @@ public:
     /// "\r\n" or "\n", as the text's first line has it.
     const std::string& lineEnding() const { return m_lineEnding; }
 
-    /// The components that stand in none: VCALENDAR.
+    /// The components that stand in none: VCALENDAR, and in some files items.
     std::vector<ContentComponent*> components() const;
+    ContentComponent& insertAfter(const ContentComponent& sibling,
+                                  std::unique_ptr<ContentComponent> component);
 
     std::string text() const;
 

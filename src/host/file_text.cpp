@@ -13,16 +13,17 @@ namespace plenzo {
 
 namespace {
 
-constexpr off_t largestFileBytes = off_t{256} * 1024 * 1024;
-
-std::string whyNotReadable(const FileDescriptor& file, struct stat& status) {
+std::string whyNotReadable(const FileDescriptor& file, struct stat& status, std::size_t mostBytes) {
     if (!file.isOpen() || fstat(file.get(), &status) != 0) {
         return std::strerror(errno);
     }
     if (!S_ISREG(status.st_mode)) {
         return "is no regular file";
     }
-    return status.st_size > largestFileBytes ? "is larger than 256 MiB" : "";
+    constexpr unsigned mebibyteShift = 20;
+    return static_cast<std::size_t>(status.st_size) > mostBytes
+               ? "is larger than " + std::to_string(mostBytes >> mebibyteShift) + " MiB"
+               : "";
 }
 
 std::string readAll(const FileDescriptor& file, std::string& text) {
@@ -49,11 +50,11 @@ bool isWritable(const std::string& path, const struct stat& status) {
 
 } // namespace
 
-FileText readFileText(const std::string& path) {
+FileText readFileText(const std::string& path, std::size_t mostBytes) {
     FileText result;
     struct stat status {};
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    result.error = whyNotReadable(file, status);
+    result.error = whyNotReadable(file, status, mostBytes);
     if (result.error.empty()) {
         result.text.resize(static_cast<std::size_t>(status.st_size));
         result.error = readAll(file, result.text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace plenzo {
@@ -11,7 +12,9 @@ struct FileText {
     bool isWritable = false;
 };
 
-/// Reads a regular file of at most 256 MiB; never waits (for the writer of a pipe, say).
-FileText readFileText(const std::string& path);
+inline constexpr std::size_t largestFileBytes = std::size_t{256} << 20;
+
+/// Reads a regular file of at most so many bytes; never waits (for the writer of a pipe, say).
+FileText readFileText(const std::string& path, std::size_t mostBytes = largestFileBytes);
 
 } // namespace plenzo

@@ -2,8 +2,14 @@
 
 #include "host/agent_link.h"
 #include "host/calendar_watch.h"
+#include "host/commands/command_queue.h"
+#include "host/commands/command_service.h"
+#include "host/commands/desktop_presentation.h"
+#include "host/commands/notice_sender.h"
 #include "host/configured_calendars.h"
 #include "host/host_loop.h"
+#include "host/weather_feed.h"
+#include "host/weather_file.h"
 #include "propertylist/binary_property_list.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -48,36 +54,89 @@ void Host::readConfiguration() {
 }
 
 bool Host::dump() {
-    const auto bytes = writeBinaryPropertyList(pushAsDictionary(currentPush()));
+    Dictionary everything = pushAsDictionary(currentPush());
+    addWeatherTo(everything);
+    const auto bytes = writeBinaryPropertyList(everything);
     const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
     return !bytes.empty() && isWritten && std::fflush(stdout) == 0;
 }
 
+void Host::addWeatherTo(Dictionary& everything) {
+    const std::string& path = m_configuration.weatherFile;
+    if (path.empty()) {
+        return;
+    }
+    const WeatherReading weather = loadWeather(path, m_options.zone);
+    for (const ConfigurationProblem& problem : weather.problems) {
+        report(problemText(path, problem));
+    }
+    everything.set(Key("weather"), weather.record.value_or(Dictionary()));
+}
+
 int Host::serve() {
-    HostLoop loop;
     std::string error;
     const auto connection = sessionBus(error);
     if (!connection) {
         report("there is no session bus: " + error);
         return 1;
     }
+    if (!m_options.commandUrls.empty() && sendToRunningHost(*connection, m_options.commandUrls)) {
+        return 0;
+    }
+    return serveOn(*connection);
+}
+
+int Host::serveOn(sdbus::IConnection& connection) {
+    HostLoop loop;
+    NoticeSender notices(connection);
+    const auto notify = [&notices](const Notice& notice) { notices.send(notice); };
+    FileReplacementOnDisk files;
+    PendingCommands pending(files, pendingCommandsPath());
+    DesktopPresentation presentation(pageFolderOfUser(), notify);
+    CommandExecution execution(*this, files, presentation);
+    UserMessages messages(notify);
+    CommandQueue commands(*this, execution, pending, messages);
+    CommandService service(connection, [&commands](const auto& url, const auto& token) {
+        commands.receive(url, token);
+    });
+    if (!service.takeName()) {
+        report("another plenzohost is already running");
+        return 1;
+    }
+
     std::unique_ptr<AgentLink> link;
-    const auto pushAll = [&] { pushTo(*link); };
+    WeatherFeed weather(loop, m_options.zone,
+                        {[&](const Dictionary& record) { link->pushWeather(record); },
+                         [this](const std::string& problem) { report(problem); }});
+    const auto pushAll = [&] {
+        pushTo(*link);
+        weather.sendAll(m_configuration.weatherFile);
+    };
+    const auto pushChanges = [&] {
+        pushChangesTo(*link);
+        weather.sendChanges(m_configuration.weatherFile);
+        commands.tryAgain();
+    };
     const auto reportOtherVersion = [this] { report("the agent that runs is of another version"); };
     const auto reportNoStart = [this](const std::string& reason) {
         report("the agent could not be started, waiting for it: " + reason);
     };
     link = std::make_unique<AgentLink>(
-        *connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+        connection, AgentLink::Listener{pushAll, reportOtherVersion, reportNoStart});
+    // Before the calendars and the weather are read, so that no change is missed.
+    const CalendarWatch watch(loop, [this] { return watchedPaths(); }, m_options.zone,
+                              {.calendarsChanged = pushChanges, .dayChanged = pushAll});
     if (link->isAgentPresent()) {
         pushAll();
     } else {
         link->startAgent();
     }
-    const CalendarWatch watch(
-        loop, [this] { return watchedPaths(); }, m_options.zone,
-        {.calendarsChanged = [&] { pushChangesTo(*link); }, .dayChanged = pushAll});
-    if (loop.run(*connection) == LoopEnd::Terminated) {
+    loop.watch(commands.descriptor(), [&commands] { commands.retry(); });
+    commands.tryAgain();
+    for (const std::string& url : m_options.commandUrls) {
+        commands.receive(url, {});
+    }
+    if (loop.run(connection) == LoopEnd::Terminated) {
         return 0;
     }
     report("the session bus has gone");
@@ -131,9 +190,9 @@ void Host::pushChangesTo(AgentLink& link) {
 
 AgentPush Host::currentPush() {
     const ExpansionWindow window = expansionWindow(now(), m_options.days, m_options.zone);
-    AgentPush push = agentPush(m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
-                                                       : loadCalendars(m_options.paths),
-                               window);
+    m_calendars = m_options.paths.empty() ? loadConfiguredCalendars(m_configuration)
+                                          : loadCalendars(m_options.paths);
+    AgentPush push = agentPush(m_calendars, window);
     push.preferences = m_configuration.preferences;
     for (const std::string& problem : push.problems) {
         report(problem);
@@ -141,7 +200,12 @@ AgentPush Host::currentPush() {
     return push;
 }
 
-SystemSeconds Host::now() const {
+std::string Host::configurationPath() {
+    return m_options.configurationPath.empty() ? defaultConfigurationPath()
+                                               : m_options.configurationPath;
+}
+
+SystemSeconds Host::now() {
     return m_options.fixedNow.value_or(
         std::chrono::time_point_cast<cctz::seconds>(std::chrono::system_clock::now()));
 }

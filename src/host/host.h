@@ -2,11 +2,16 @@
 
 #include "host/agent_push.h"
 #include "host/command_line.h"
+#include "host/commands/command_execution.h"
 #include "host/configuration.h"
 #include "host/sent_events.h"
 
 #include <set>
 #include <string>
+
+namespace sdbus {
+class IConnection;
+}
 
 namespace plenzo {
 
@@ -14,8 +19,8 @@ class AgentLink;
 
 /// The running program: reads the calendars and sends the agent all of them when the program
 /// starts, whenever the agent announces itself and at midnight, and what has changed when files
-/// change. Says so on standard output.
-class Host {
+/// change. Says so on standard output. Carries out the commands that come back.
+class Host : private CommandWorld {
 public:
     explicit Host(HostOptions options);
 
@@ -26,15 +31,25 @@ public:
     int serve();
 
 private:
+    const CalendarSet& calendars() override { return m_calendars; }
+    const Configuration& configuration() override { return m_configuration; }
+    std::string configurationPath() override;
+    SystemSeconds now() override;
+    CalendarZone zone() override { return m_options.zone; }
+    std::string zoneName() override { return m_options.zoneName; }
+
+    /// Serves as the only host on the bus.
+    int serveOn(sdbus::IConnection& connection);
     void pushTo(AgentLink& link);
     void pushChangesTo(AgentLink& link);
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
     AgentPush currentPush();
+    void addWeatherTo(Dictionary& everything);
     void readConfiguration();
-    SystemSeconds now() const;
     void report(const std::string& problem);
 
     HostOptions m_options;
+    CalendarSet m_calendars;
     SentEvents m_sentEvents;
     Array m_sentSourceList;
     Configuration m_configuration;

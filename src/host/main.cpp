@@ -1,5 +1,5 @@
 #include "host/command_line.h"
-#include "host/configured_calendars.h"
+#include "host/configuration_check.h"
 #include "host/host.h"
 
 #include <iostream>

@@ -94,16 +94,20 @@ SeriesText::SeriesText(std::string_view text, const OccurrenceTarget& target,
 
 void SeriesText::readItems(const OccurrenceTarget& target) {
     for (ContentComponent* calendar : m_content->components()) {
+        addIfMeant(*calendar, nullptr, target); // some files hold items without a calendar
         for (ContentComponent* component : calendar->components()) {
-            if (!isMeant(*component, target)) {
-                continue;
-            }
-            if (auto item = itemOf(*component)) {
-                m_items.push_back(std::move(*item));
-                m_components.push_back(component);
-                m_parents.push_back(calendar);
-            }
+            addIfMeant(*component, calendar, target);
         }
+    }
+}
+
+void SeriesText::addIfMeant(ContentComponent& component, ContentComponent* parent,
+                            const OccurrenceTarget& target) {
+    auto item = isMeant(component, target) ? itemOf(component) : std::nullopt;
+    if (item) {
+        m_items.push_back(std::move(*item));
+        m_components.push_back(&component);
+        m_parents.push_back(parent);
     }
 }
 
@@ -171,7 +175,9 @@ ContentComponent* SeriesText::addOverride() {
     moveTimes(*copy);
     removeFixedAlarms(*copy, item);
     const auto index = static_cast<std::size_t>(&item - m_items.data());
-    return &m_parents[index]->insertAfter(*m_components[index], std::move(copy));
+    return m_parents[index] == nullptr
+               ? &m_content->insertAfter(*m_components[index], std::move(copy))
+               : &m_parents[index]->insertAfter(*m_components[index], std::move(copy));
 }
 
 void SeriesText::moveTimes(ContentComponent& component) const {

@@ -50,6 +50,8 @@ public:
 
 private:
     void readItems(const OccurrenceTarget& target);
+    void addIfMeant(ContentComponent& component, ContentComponent* parent,
+                    const OccurrenceTarget& target);
     bool isMeant(const ContentComponent& component, const OccurrenceTarget& target) const;
     void findOccurrence(const OccurrenceTarget& target);
     void moveTimes(ContentComponent& component) const;
@@ -61,7 +63,7 @@ private:
     ZoneTable m_zones;
     std::vector<CalendarItem> m_items;
     std::vector<ContentComponent*> m_components; // those of the items
-    std::vector<ContentComponent*> m_parents;    // theirs
+    std::vector<ContentComponent*> m_parents;    // theirs; null for an item outside of any
     Series m_series;
     std::optional<Occurrence> m_occurrence;
 };

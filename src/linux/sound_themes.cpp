@@ -1,5 +1,6 @@
 #include "linux/sound_themes.h"
 
+#include "linux/desktop_programs.h"
 #include "linux/wire/bus_text.h"
 
 #include <gio/gio.h>
@@ -86,6 +87,9 @@ std::string configuredSoundTheme() {
     if (!schema || g_settings_schema_has_key(schema.get(), key) == 0) {
         return {};
     }
+    // The settings' own connection to the bus, which is this one, would end the program with the
+    // bus.
+    static const Owned<GDBusConnection> bus = sessionBusOfGLib();
     const std::unique_ptr<GSettings, Releaser<g_object_unref>> settings(
         g_settings_new_full(schema.get(), nullptr, nullptr));
     const Text theme(g_settings_get_string(settings.get(), key));

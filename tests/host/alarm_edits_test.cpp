@@ -175,6 +175,16 @@ TEST(SnoozingAnAlarm, WithoutAUidGivesItOne) {
     EXPECT_EQ(after.find('\n'), after.find("\r\n") + 1);
 }
 
+TEST(SnoozingAnAlarm, OfAnItemOutsideOfACalendarHappensThere) {
+    const std::string whole = weekly("");
+    const std::string alone = whole.substr(
+        whole.find("BEGIN:VEVENT"), whole.find("END:VCALENDAR") - whole.find("BEGIN:VEVENT"));
+    const std::string after =
+        snoozed(alone, ofTwelfth, "2026-03-12T09:30:00Z", "2026-03-12T08:51:07Z");
+    EXPECT_THAT(after, testing::StartsWith(alone));
+    EXPECT_THAT(firings(after), testing::Contains("2026-03-12T09:00 at 2026-03-12T09:30"));
+}
+
 TEST(SnoozingAnAlarm, AtAFixedTimeStaysWithTheSeriesAndIsNotCopied) {
     const std::string fixed = "END:VALARM\nBEGIN:VALARM\nUID:f\nACTION:DISPLAY\n"
                               "TRIGGER;VALUE=DATE-TIME:20260312T060000Z\n";

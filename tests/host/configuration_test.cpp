@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -213,6 +212,45 @@ TEST(AConfiguration, OfTheWrongShapesIsReadAllTheSame) {
     EXPECT_THAT(configurationOf(manyErrors).problems, testing::SizeIs(testing::Le(20)));
 }
 
+TEST(AConfiguration, SaysWhatIsNoPath) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"~ana/work.ics", "c:2:8: \"~ana\" stands for nothing: only \"~\" does, for your home "
+                          "folder; a file of that name is \"./~ana/work.ics\""},
+        {"$HOME/work.ics", "c:2:8: \"$HOME\" stands for nothing: "},
+        {"https://example.com/work.ics", "c:2:8: \"https://example.com/work.ics\" is no path: "},
+        {"file:///home/ana/work.ics", "c:2:8: \"file:///home/ana/work.ics\" is no path: "},
+        {"work.ics\\u0000", "c:2:8: a path has no zero byte"}};
+    for (const auto& [path, problem] : rows) {
+        const std::string entry = "path = \"" + std::string(path) + "\"\n";
+        const Configuration read = configurationOf("[[calendar]]\n" + entry);
+        EXPECT_THAT(problemsOf(read), ElementsAre(StartsWith(problem)));
+        EXPECT_THAT(read.calendars, IsEmpty()) << path;
+    }
+    const Configuration homeless = readConfiguration("[weather]\nfile = \"~/w\"", {"", "/c"});
+    EXPECT_THAT(problemsOf(homeless),
+                ElementsAre("c:2:8: \"~\" stands for nothing: HOME is not set"));
+    EXPECT_THAT(homeless.weatherFile, IsEmpty());
+    const Configuration odd = configurationOf("[[calendar]]\npath = \"./~ana/$x.ics\"");
+    EXPECT_THAT(problemsOf(odd), IsEmpty());
+    EXPECT_EQ(odd.calendars.at(0).path, "/etc/plenzohost/./~ana/$x.ics");
+}
+
+TEST(AConfiguration, HasItsDefaultAmongTheCalendarsThatCount) {
+    const Configuration read = configurationOf(R"([[calendar]]
+default = true
+[[calendar]]
+path = "/a.ics"
+default = true
+read-only = true
+)");
+    EXPECT_THAT(problemsOf(read),
+                ElementsAre("c:1:1: the calendar has no path",
+                            "c:5:1: new items cannot be written: the default calendar is "
+                            "read-only"));
+    ASSERT_EQ(read.calendars.size(), 1U);
+    EXPECT_TRUE(read.calendars[0].isDefault);
+}
+
 TEST(ADurationText, IsANumberWithAUnit) {
     const std::pair<const char*, std::optional<std::int64_t>> rows[] = {
         {"5 min", 300},      {"90 s", 90}, {"1h", 3600},
@@ -259,29 +297,6 @@ name = "For one alone"
     EXPECT_TRUE(set.calendars[0].isReadOnly);
     EXPECT_EQ(set.calendars[1].title, "Second");
     EXPECT_EQ(set.calendars[1].color, 0xFF0000U);
-}
-
-TEST_F(AConfigurationFile, IsCheckedTogetherWithItsCalendars) {
-    const std::string calendar =
-        write("a.ics", fileAround("BEGIN:VEVENT\nUID:bad\nDTSTART:soon\nEND:VEVENT\n"));
-    const std::string file = write(
-        "config.toml", "[[calendar]]\npath = \"a.ics\"\nx = 1\n[[calendar]]\npath = \"b.ics\"\n");
-    std::ostringstream output;
-    EXPECT_FALSE(checkConfiguration(file, output));
-    EXPECT_THAT(output.str(),
-                StartsWith(file + ":3:1: unknown key \"x\" of a calendar\n" + file +
-                           ":5:8: there is no file or folder \"" + m_folder.file("b.ics") + "\"\n" +
-                           calendar + ":3: VEVENT"));
-    const std::string lines = output.str();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 4) << lines;
-}
-
-TEST_F(AConfigurationFile, WithNothingWrongPassesItsCheck) {
-    write("a.ics", event("NAME:Own\n"));
-    const std::string file = write("config.toml", "[[calendar]]\npath = \"a.ics\"\n");
-    std::ostringstream output;
-    EXPECT_TRUE(checkConfiguration(file, output));
-    EXPECT_EQ(output.str(), file + ": nothing is wrong; calendars: 1\n");
 }
 
 TEST_F(AConfigurationFile, IsNotNeededForTheUsersCalendarFolder) {

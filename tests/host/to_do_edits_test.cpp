@@ -1,6 +1,7 @@
 #include "calendar_fixture.h"
 #include "edit_fixture.h"
 #include "host/calendar_records.h"
+#include "host/zone_component.h"
 
 #include <gmock/gmock.h>
 
@@ -143,6 +144,28 @@ TEST(AddingAComponent, PutsItAtTheEndWithTheLineEndingsOfTheFile) {
     EXPECT_EQ(readCalendarText(inNew.text).items.size(), 1U);
     EXPECT_TRUE(readCalendarText(inNew.text).problems.empty());
     EXPECT_NE(addComponent(inNew.text, added).error, "");
+}
+
+TEST(AddingAZone, HappensOnceAndMovesNoTime) {
+    const SystemSeconds from = instant("2026-01-01T00:00:00Z");
+    const std::string berlin = zoneComponent("Europe/Berlin", from);
+    const EditResult first = addZone("", berlin);
+    EXPECT_EQ(addZone(first.text, berlin).text, first.text);
+    const EditResult second = addZone(first.text, zoneComponent("Asia/Tokyo", from));
+    EXPECT_THAT(second.text, HasSubstr("TZID:Asia/Tokyo\r\n"));
+    EXPECT_EQ(zoneComponent("No/Zone", from), "");
+    EXPECT_NE(addZone("", "BEGIN:VEVENT\nUID:a\nEND:VEVENT\n").error, "");
+
+    // Under a name that nobody knows, so that the rules themselves are read.
+    std::string renamed = second.text;
+    renamed.replace(renamed.find("TZID:Europe/Berlin"), 18, "TZID:Own/Zone");
+    const std::string event = "BEGIN:VEVENT\nUID:a\nDTSTART;TZID=Own/Zone:20260712T100000\n"
+                              "RDATE;TZID=Own/Zone:20261212T100000\nEND:VEVENT\n";
+    const auto items = readCalendarText(addComponent(renamed, event).text).items;
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(instantOf(*items[0].start, CalendarZone()), instant("2026-07-12T08:00:00Z"));
+    EXPECT_EQ(instantOf(items[0].recurrence.extraDates[0].start, CalendarZone()),
+              instant("2026-12-12T09:00:00Z"));
 }
 
 TEST(AddingAComponent, RefusesWhatIsNoWholeItem) {

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host/calendar_set.h"
+#include "host/commands/item_presentation.h"
+#include "host/commands/pending_commands.h"
+#include "host/configuration.h"
+#include "host/edit_targets.h"
+
+#include <cstdint>
+#include <string>
+
+namespace plenzo {
+
+/// What commands are about, as it is when one of them is carried out.
+class CommandWorld {
+public:
+    CommandWorld() = default;
+    CommandWorld(const CommandWorld&) = delete;
+    CommandWorld& operator=(const CommandWorld&) = delete;
+    virtual ~CommandWorld() = default;
+
+    virtual const CalendarSet& calendars() = 0;
+    virtual const Configuration& configuration() = 0;
+    /// The file of the configuration, which need not exist.
+    virtual std::string configurationPath() = 0;
+    virtual SystemSeconds now() = 0;
+    virtual CalendarZone zone() = 0;
+    /// As "Europe/Berlin"; empty when nobody knows it.
+    virtual std::string zoneName() = 0;
+};
+
+/// What has become of a command.
+struct CommandResult {
+    /// Waits: it may be carried out later, when a file can be written or is there again. Refused:
+    /// it never will be.
+    enum class State : std::uint8_t { Done, Waits, Refused };
+
+    State state = State::Done;
+    std::string problem; // for the user; empty when it is done
+};
+
+/// Carries out commands: changes the calendar files, and opens what is to be shown.
+class CommandExecution {
+public:
+    CommandExecution(CommandWorld& world, FileReplacement& files, ItemPresentation& presentation)
+        : m_world(world), m_files(files), m_presentation(presentation) {}
+
+    /// The token lets the program that opens take the focus; it may be empty.
+    CommandResult execute(const PendingCommand& command, const std::string& activationToken);
+
+private:
+    CommandResult changeAlarm(const HostCommand& command);
+    CommandResult complete(const HostCommand& command);
+    CommandResult makeItem(const PendingCommand& command);
+    CommandResult present(const HostCommand& command, const std::string& token);
+    CommandResult openConfiguration(const std::string& token);
+    CommandResult whyNotChanged(const Calendar* calendar, bool isKnown) const;
+    CommandResult write(const std::string& path,
+                        const std::function<EditResult(std::string_view)>& edit);
+    EditContext editContext();
+
+    CommandWorld& m_world;
+    FileReplacement& m_files;
+    ItemPresentation& m_presentation;
+};
+
+} // namespace plenzo

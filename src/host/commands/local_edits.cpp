@@ -1,0 +1,151 @@
+#include "host/commands/local_edits.h"
+
+#include "host/agent_date.h"
+#include "host/calendar_edits.h"
+#include "host/commands/state_file.h"
+#include "host/event_record.h"
+#include "host/identifiers.h"
+#include "propertylist/dictionary.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace plenzo {
+
+namespace {
+
+constexpr cctz::seconds twoDays{2 * 86'400};
+constexpr std::size_t mostEdits = 1'000;
+
+Dictionary dictionaryOf(const LocalEdit& edit) {
+    const OccurrenceTarget& occurrence = edit.target.occurrence;
+    Dictionary dictionary{
+        {Key("path"), occurrence.path},
+        {Key("isToDo"), occurrence.kind == ItemKind::ToDo},
+        {Key("item"), occurrence.itemUid},
+        {Key("line"), occurrence.line},
+        {Key("identity"), occurrence.identity ? identityText(*occurrence.identity) : std::string()},
+        {Key("alarm"), edit.target.alarmUid},
+        {Key("repetition"), edit.target.repetition},
+        {Key("made"), agentDate(edit.made)}};
+    if (edit.until) {
+        dictionary.set(Key("until"), agentDate(*edit.until));
+    }
+    return dictionary;
+}
+
+std::string textOf(const Dictionary& dictionary, const char* key) {
+    return std::string(dictionary.stringForKey(key).value_or(""));
+}
+
+std::optional<LocalEdit> editFrom(const Dictionary& dictionary) {
+    LocalEdit edit;
+    OccurrenceTarget& occurrence = edit.target.occurrence;
+    occurrence.path = textOf(dictionary, "path");
+    occurrence.kind = dictionary.boolForKey("isToDo") ? ItemKind::ToDo : ItemKind::Event;
+    occurrence.itemUid = textOf(dictionary, "item");
+    occurrence.line = static_cast<int>(dictionary.integerForKey("line"));
+    occurrence.identity = identityFromText(textOf(dictionary, "identity"));
+    edit.target.alarmUid = textOf(dictionary, "alarm");
+    edit.target.repetition = static_cast<int>(dictionary.integerForKey("repetition"));
+    edit.until = instantForKey(dictionary, "until");
+    const auto made = instantForKey(dictionary, "made");
+    edit.made = made.value_or(SystemSeconds());
+    return made && !occurrence.path.empty() ? std::optional(std::move(edit)) : std::nullopt;
+}
+
+/// The same ones at every reading, so that the agent knows a snoozed alarm again.
+std::function<std::string()> uidsOf(const LocalEdit& edit) {
+    const OccurrenceTarget& occurrence = edit.target.occurrence;
+    const std::string base = stableHashText(
+        occurrence.path + '\n' + occurrence.itemUid + '\n' + std::to_string(occurrence.line) +
+        '\n' + edit.target.alarmUid + '\n' + std::to_string(unixSecondsOf(edit.made)));
+    return
+        [base, count = std::make_shared<int>(0)] { return base + "-" + std::to_string(++*count); };
+}
+
+SystemSeconds lastUseOf(const LocalEdit& edit) {
+    return std::max(edit.made, edit.until.value_or(edit.made));
+}
+
+} // namespace
+
+LocalEdits::LocalEdits(FileReplacement& files, std::string path)
+    : m_files(files), m_path(std::move(path)) {
+    load();
+}
+
+void LocalEdits::load() {
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+        auto edit = editFrom(dictionary);
+        if (edit && m_edits.size() < mostEdits) {
+            m_edits.push_back(std::move(*edit));
+        }
+    }
+}
+
+std::string LocalEdits::add(LocalEdit edit) {
+    forgetOld(edit.made);
+    m_edits.push_back(std::move(edit));
+    if (m_edits.size() > mostEdits) {
+        m_edits.erase(m_edits.begin());
+    }
+    return save();
+}
+
+// Later edits of an item may build upon earlier ones, so they go together.
+void LocalEdits::forgetOld(SystemSeconds now) {
+    const auto isOfSameItem = [](const LocalEdit& left, const LocalEdit& right) {
+        const OccurrenceTarget& one = left.target.occurrence;
+        const OccurrenceTarget& other = right.target.occurrence;
+        return one.path == other.path && one.itemUid == other.itemUid;
+    };
+    std::vector<LocalEdit> kept;
+    for (const LocalEdit& edit : m_edits) {
+        const bool isOfUse = std::any_of(m_edits.begin(), m_edits.end(), [&](const auto& other) {
+            return isOfSameItem(edit, other) && lastUseOf(other) + twoDays > now;
+        });
+        if (isOfUse) {
+            kept.push_back(edit);
+        }
+    }
+    m_edits = std::move(kept);
+}
+
+bool LocalEdits::concern(std::string_view calendarFile) const {
+    return std::any_of(m_edits.begin(), m_edits.end(), [&](const LocalEdit& edit) {
+        return edit.target.occurrence.path == calendarFile;
+    });
+}
+
+std::string LocalEdits::appliedTo(std::string_view calendarFile, std::string text,
+                                  const CalendarZone& zone) const {
+    for (const LocalEdit& edit : m_edits) {
+        if (edit.target.occurrence.path != calendarFile) {
+            continue;
+        }
+        const EditContext context{edit.made, zone, uidsOf(edit)};
+        EditResult edited = edit.until ? snoozeAlarm(text, edit.target, *edit.until, context)
+                                       : acknowledgeAlarm(text, edit.target, context);
+        if (edited.error.empty()) {
+            text = std::move(edited.text);
+        }
+    }
+    return text;
+}
+
+std::string LocalEdits::save() {
+    std::vector<Dictionary> dictionaries;
+    dictionaries.reserve(m_edits.size());
+    for (const LocalEdit& edit : m_edits) {
+        dictionaries.push_back(dictionaryOf(edit));
+    }
+    return writeStateFile(m_files, m_path, dictionaries);
+}
+
+std::string localEditsPath() {
+    return stateFilePath("local-edits");
+}
+
+} // namespace plenzo

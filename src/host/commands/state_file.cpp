@@ -1,0 +1,97 @@
+#include "host/commands/state_file.h"
+
+#include "host/agent_date.h"
+#include "propertylist/array.h"
+#include "propertylist/binary_property_list.h"
+
+#include <sys/stat.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <span>
+#include <system_error>
+
+namespace plenzo {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t ofUserAlone = S_IRUSR | S_IWUSR;
+constexpr double farthestSeconds = 1e11;
+
+std::string makeFolderOf(const std::string& path) {
+    std::error_code error;
+    const fs::path folder = fs::path(path).parent_path();
+    if (fs::create_directories(folder, error)) {
+        fs::permissions(folder, fs::perms::owner_all, error);
+    }
+    return error ? error.message() : std::string();
+}
+
+fs::path folderFrom(const char* variable, const char* below) {
+    const char* value = std::getenv(variable);
+    const bool isSet = value != nullptr && fs::path(value).is_absolute();
+    return isSet ? fs::path(value) / below : fs::path();
+}
+
+} // namespace
+
+std::vector<Dictionary> readStateFile(FileReplacement& files, const std::string& path) {
+    const std::string text = path.empty() ? std::string() : files.read(path).text;
+    const auto value = readBinaryPropertyList(std::as_bytes(std::span(text)));
+    const Array* all = value ? value->array() : nullptr;
+    std::vector<Dictionary> dictionaries;
+    for (std::size_t index = 0; all != nullptr && index < all->size(); ++index) {
+        if (const Dictionary* dictionary = (*all)[index].dictionary()) {
+            dictionaries.push_back(*dictionary);
+        }
+    }
+    return dictionaries;
+}
+
+std::string writeStateFile(FileReplacement& files, const std::string& path,
+                           const std::vector<Dictionary>& dictionaries) {
+    if (path.empty()) {
+        return "there is no folder for it";
+    }
+    if (dictionaries.empty()) {
+        files.remove(path);
+        return {};
+    }
+    std::string error = makeFolderOf(path);
+    if (!error.empty()) {
+        return error;
+    }
+    Array all;
+    for (const Dictionary& dictionary : dictionaries) {
+        all.append(dictionary);
+    }
+    const auto bytes = writeBinaryPropertyList(all);
+    const std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const std::string beside = path + ".new";
+    error = files.writeThrough(beside, text, ofUserAlone);
+    error = error.empty() ? files.moveTo(beside, path, false) : error;
+    if (!error.empty()) {
+        files.remove(beside);
+    }
+    return error;
+}
+
+std::optional<SystemSeconds> instantForKey(const Dictionary& dictionary, const char* key) {
+    const auto date = dictionary.dateForKey(key);
+    const bool isSound = date && std::fabs(date->secondsSinceReferenceDate) < farthestSeconds;
+    return isSound ? std::optional(instantFromAgentSeconds(
+                         static_cast<std::int64_t>(date->secondsSinceReferenceDate)))
+                   : std::nullopt;
+}
+
+std::string stateFilePath(const char* name) {
+    const fs::path ofState = folderFrom("XDG_STATE_HOME", "plenzohost");
+    const fs::path folder =
+        ofState.empty() ? folderFrom("HOME", ".local/state/plenzohost") : ofState;
+    return folder.empty() ? std::string() : (folder / name).string();
+}
+
+} // namespace plenzo

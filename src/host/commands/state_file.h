@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/calendar_zone.h"
+#include "host/file_replacement.h"
+#include "propertylist/dictionary.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace plenzo {
+
+/// What the host has to know in its next run: dictionaries in a file, as a binary property list.
+
+/// Empty for a file that is not there or damaged; what is no dictionary is left out.
+std::vector<Dictionary> readStateFile(FileReplacement& files, const std::string& path);
+
+/// Replaces the file whole; without dictionaries it goes. Returns why it could not be written, or
+/// an empty text.
+std::string writeStateFile(FileReplacement& files, const std::string& path,
+                           const std::vector<Dictionary>& dictionaries);
+
+/// The date under that key in whole seconds; nothing for an absurd one.
+std::optional<SystemSeconds> instantForKey(const Dictionary& dictionary, const char* key);
+
+/// plenzohost/NAME in the user's state folder (XDG Base Directory Specification); empty when the
+/// user has none.
+std::string stateFilePath(const char* name);
+
+} // namespace plenzo

@@ -1,0 +1,80 @@
+#include "../breakable_files.h"
+#include "../calendar_fixture.h"
+#include "../edit_fixture.h"
+#include "host/commands/local_edits.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace plenzo {
+
+namespace {
+
+constexpr const char* now = "2026-03-12T09:00:00Z";
+
+/// A calendar with one weekly event and its alarm at the start; the file is "/c.ics".
+class LocalEditsOfACalendar : public testing::Test {
+protected:
+    const std::string text =
+        fileAround("BEGIN:VEVENT\nUID:e\nDTSTART:20260312T100000Z\nRRULE:FREQ=WEEKLY;COUNT=2\n"
+                   "BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:PT0S\nEND:VALARM\nEND:VEVENT\n");
+    const CalendarZone zone = editContext(now).systemZone;
+    const ExpansionWindow window = windowFrom(now);
+
+    /// What the user hears, with the edits.
+    std::vector<std::string> firings() const { return firingsIn(edited(), window); }
+    std::string edited() const { return edits.appliedTo("/c.ics", text, zone); }
+
+    /// Of the alarm that goes off as the first one.
+    void edit(const char* made, const char* until = nullptr) {
+        const std::string current = edited();
+        AlarmTarget target = alarmTarget(current, reminderUidsIn(current, window).front());
+        edits.add({target, until == nullptr ? std::nullopt : std::optional(instant(until)),
+                   instant(made)});
+    }
+
+    TemporaryFolder folder;
+    BreakableFiles files;
+    LocalEdits edits{files, folder.file("state/local-edits")};
+};
+
+} // namespace
+
+TEST_F(LocalEditsOfACalendar, SnoozeAndAcknowledgeWithoutTouchingTheFile) {
+    const auto before = firings();
+    ASSERT_EQ(before.size(), 2U);
+    edit("2026-03-12T10:00:10Z", "2026-03-12T10:10:00Z");
+    ASSERT_EQ(firings().size(), 2U);
+    EXPECT_THAT(firings()[0], testing::EndsWith("at 2026-03-12T10:10"));
+    EXPECT_EQ(firings()[1], before[1]);
+    EXPECT_EQ(edited(), edited()); // and so the agent knows the alarm again
+    EXPECT_TRUE(edits.concern("/c.ics"));
+    EXPECT_FALSE(edits.concern("/d.ics"));
+    EXPECT_EQ(edits.appliedTo("/d.ics", text, zone), text);
+}
+
+TEST_F(LocalEditsOfACalendar, OutliveTheProgramAndWhatTheFileWas) {
+    edit("2026-03-12T10:00:10Z", "2026-03-12T10:10:00Z");
+    BreakableFiles disk;
+    const LocalEdits ofNextRun(disk, folder.file("state/local-edits"));
+    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", text, zone), edited());
+    const std::string without = fileAround("");
+    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", without, zone), without);
+    EXPECT_EQ(ofNextRun.appliedTo("/c.ics", "damaged", zone), "damaged");
+}
+
+TEST_F(LocalEditsOfACalendar, GoWhenTheyAreOfNoUse) {
+    edit("2026-03-12T10:00:10Z", "2026-03-13T10:00:00Z");
+    AlarmTarget other;
+    other.occurrence.path = "/d.ics";
+    edits.add({other, std::nullopt, instant("2026-03-15T09:00:00Z")});
+    EXPECT_TRUE(edits.concern("/c.ics"));
+    edits.add({other, std::nullopt, instant("2026-03-15T11:00:00Z")});
+    EXPECT_FALSE(edits.concern("/c.ics"));
+    EXPECT_TRUE(edits.concern("/d.ics"));
+}
+
+} // namespace plenzo
