@@ -65,6 +65,20 @@ std::string textValue(std::string_view text) {
     return escaped;
 }
 
+/// At the moment that places the item; of a to-do that is when it is due.
+std::string alarmText(const QuickEntry& entry, const std::optional<std::int64_t>& seconds) {
+    const auto& moment = entry.kind == ItemKind::Event ? entry.start : entry.end;
+    if (!seconds || !moment || moment->form == TimeForm::Date) {
+        return {};
+    }
+    const bool isFromEnd = entry.kind == ItemKind::ToDo;
+    return foldedLine("BEGIN:VALARM") + foldedLine("ACTION:DISPLAY") +
+           foldedLine("DESCRIPTION:" + textValue(entry.title)) +
+           foldedLine(std::string("TRIGGER") + (isFromEnd ? ";RELATED=END" : "") + ":-PT" +
+                      std::to_string(*seconds) + "S") +
+           foldedLine("END:VALARM");
+}
+
 } // namespace
 
 std::string foldedLine(std::string_view line) {
@@ -101,6 +115,7 @@ std::string componentText(const QuickEntry& entry, const ComponentIdentity& iden
     text += recurs ? foldedLine("RRULE:" + entry.recurrenceRule) : "";
     text += foldedLine("SUMMARY:" + textValue(entry.title));
     text += entry.location.empty() ? "" : foldedLine("LOCATION:" + textValue(entry.location));
+    text += alarmText(entry, identity.alarmSeconds);
     return text + foldedLine("END:" + name);
 }
 

@@ -2,6 +2,8 @@
 
 #include "host/quick_entry.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,9 @@ struct ComponentIdentity {
     std::string uid;
     SystemSeconds created;
     std::string zoneName; // of the entry's times, as "Europe/Berlin"
+    /// Before the start of an event, or before a to-do is due; nothing for no alarm. What is
+    /// all-day has none.
+    std::optional<std::int64_t> alarmSeconds = {};
 };
 
 /// The VEVENT or VTODO (RFC 5545) of an entry, from BEGIN to END with lines ended by CR LF and

@@ -42,7 +42,8 @@ struct Configuration {
     std::string weatherFile; // absolute, or empty
     TextPlace weatherPlace;  // of the path
     DayMonthOrder dayMonthOrder = DayMonthOrder::DayFirst;
-    std::vector<ConfigurationProblem> problems; // in the order of the text
+    std::optional<std::int64_t> newItemAlarmSeconds; // before the start; nothing: no alarm
+    std::vector<ConfigurationProblem> problems;      // in the order of the text
 };
 
 /// Where a path in the configuration starts from: "~" is the home folder, empty when there is none,

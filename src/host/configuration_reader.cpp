@@ -6,6 +6,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace plenzo {
 
@@ -231,19 +232,33 @@ private:
     }
 
     std::optional<std::int64_t> snoozeAt(const toml::key& key, const toml::node& value) {
-        constexpr std::int64_t mostSeconds = 864'000;
-        const auto* number = value.as_integer();
-        const auto* text = value.as_string();
-        auto seconds = text != nullptr ? secondsOfDurationText(text->get()) : std::nullopt;
-        if (number != nullptr && number->get() >= -mostSeconds && number->get() <= mostSeconds) {
-            seconds = number->get();
-        }
+        const auto seconds = secondsAt(value);
         if (!seconds) {
             addWrong(key, value,
                      "a number of seconds, or a text like \"5 min\" or \"10 min before start\", "
                      "of at most ten days");
         }
         return seconds;
+    }
+
+    static std::optional<std::int64_t> secondsAt(const toml::node& value) {
+        constexpr std::int64_t mostSeconds = 864'000;
+        const auto* number = value.as_integer();
+        const auto* text = value.as_string();
+        if (number != nullptr && number->get() >= -mostSeconds && number->get() <= mostSeconds) {
+            return number->get();
+        }
+        return text != nullptr ? secondsOfDurationText(text->get()) : std::nullopt;
+    }
+
+    /// Always before the start, whether that is said or not.
+    void readNewItemAlarm(const toml::key& key, const toml::node& value) {
+        if (const auto seconds = secondsAt(value)) {
+            m_result.newItemAlarmSeconds = std::abs(*seconds);
+        } else {
+            addWrong(key, value,
+                     "a number of seconds, or a text like \"10 min\", of at most ten days");
+        }
     }
 
     void readWeather(const toml::key& key, const toml::node& value) {
@@ -256,10 +271,16 @@ private:
     }
 
     void readQuickEntry(const toml::key& key, const toml::node& value) {
-        if (key != "date-order") {
+        if (key == "date-order") {
+            readDateOrder(key, value);
+        } else if (key == "alarm") {
+            readNewItemAlarm(key, value);
+        } else {
             addUnknown(key, " of the quick entry");
-            return;
         }
+    }
+
+    void readDateOrder(const toml::key& key, const toml::node& value) {
         const auto* text = value.as_string();
         if (text != nullptr && text->get() == "month-first") {
             m_result.dayMonthOrder = DayMonthOrder::MonthFirst;

@@ -94,6 +94,7 @@ keep-open = true
 file = "~/weather"
 [quick-entry]
 date-order = "month-first"
+alarm = "10 min"
 )");
     EXPECT_THAT(problemsOf(read), IsEmpty());
     const Dictionary expected{{Key("alarmsSnoozeSeconds"), std::int64_t{-600}},
@@ -110,6 +111,7 @@ date-order = "month-first"
     EXPECT_EQ(read.preferences, expected);
     EXPECT_EQ(read.weatherFile, "/home/ana/weather");
     EXPECT_EQ(read.dayMonthOrder, DayMonthOrder::MonthFirst);
+    EXPECT_EQ(read.newItemAlarmSeconds, 600);
 }
 
 TEST(AConfiguration, ThatIsEmptyShowsAlarmsInTheirWindow) {

@@ -1,4 +1,5 @@
 #include "calendar_fixture.h"
+#include "edit_fixture.h"
 #include "host/component_text.h"
 #include "host/quick_entry.h"
 #include "host/recurrence_rule.h"
@@ -151,6 +152,22 @@ TEST(AComponentText, EscapesAndFoldsBetweenCharacters) {
     ASSERT_EQ(read.items.size(), 1U);
     EXPECT_EQ(read.items[0].title, "a;b,c\\d\ne \uFFFD" + repeated("\u00fc\U0001F600", 40));
     EXPECT_EQ(read.items[0].location, "BEGIN:VEVENT\nEND:VEVENT");
+}
+
+TEST(AComponentText, HasTheAlarmWhereThereIsATimeForIt) {
+    const QuickEntryContext context{instant("2026-03-12T09:00:00Z"), CalendarZone()};
+    const std::pair<const char*, const char*> rows[] = {
+        {"Tea tomorrow at 17:00", "2026-03-13T16:50"},
+        {"todo call Ana tomorrow at 17:00", "2026-03-13T16:50"},
+        {"Holiday tomorrow", ""},
+        {"todo someday", ""}};
+    for (const auto& [text, expected] : rows) {
+        const std::string component =
+            componentText(readQuickEntry(text, context), {"u", context.now, "UTC", 600});
+        const auto firings = firingsIn(fileAround(component), windowFrom("2026-03-12T09:00:00Z"));
+        const std::string at = firings.empty() ? "" : firings[0].substr(firings[0].find("at ") + 3);
+        EXPECT_EQ(at, expected) << text;
+    }
 }
 
 TEST(AComponentText, WithoutAZoneNameIsInUniversalTimeUnlessItRecurs) {

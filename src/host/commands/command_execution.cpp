@@ -131,7 +131,8 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
         readQuickEntry(command.command.text,
                        {command.received, m_world.zone(), m_world.configuration().dayMonthOrder});
     const std::string component =
-        componentText(entry, {command.id, command.received, m_world.zoneName()});
+        componentText(entry, {command.id, command.received, m_world.zoneName(),
+                              m_world.configuration().newItemAlarmSeconds});
     const std::string path = place.fileFor(command.id);
     const std::string error =
         CalendarWriter(m_files).applyOrCreate(path, [&](std::string_view text) {

@@ -148,7 +148,9 @@ TEST_F(ACommandQueue, ChangesTheFiles) {
     EXPECT_THAT(text(), HasSubstr("ACKNOWLEDGED:"));
     receive("edit/" + toDo("work") + "/completed/YES");
     EXPECT_THAT(text(), HasSubstr("STATUS:COMPLETED"));
+    world.settings.newItemAlarmSeconds = 600;
     receive("new/Tea%20tomorrow%20at%2017%3A00");
+    EXPECT_THAT(text(), HasSubstr("TRIGGER:-PT600S"));
     EXPECT_THAT(text(), HasSubstr("DTSTART;TZID=Europe/Berlin:20260313T170000"));
     EXPECT_THAT(told, IsEmpty());
     EXPECT_THAT(pending.all(), IsEmpty());
