@@ -13,8 +13,6 @@
 #include <map>
 #include <set>
 
-using testing::IsEmpty;
-
 namespace plenzo {
 
 namespace {
