@@ -211,6 +211,11 @@ class AHost(SystemTest):
                 self.assertTrue(pathlib.Path(path.split()[0]).exists())
 
     def test_shows_an_item_in_a_notification_where_no_program_does(self):
+        """Whatever programs the machine has."""
+        self.assertEqual(self.host.end(), 0)
+        self.host = self.start_host(
+            environment={**self.session.environment, "XDG_DATA_DIRS": str(self.session.folder / "none")})
+        self.wait_for_rows("work", "work to do", "holiday", "holiday to do")
         self.host.open(f"plenzoevent://info/{self.rows()['work']['uid']}")
         self.wait_until(lambda: self.server.summaries() == ["work"], "the item")
         self.assertIn("work", self.server.delivered[0].body)
