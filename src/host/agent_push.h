@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/calendar_set.h"
+#include "host/store/calendar_set.h"
 #include "propertylist/array.h"
 #include "propertylist/dictionary.h"
 

@@ -1,8 +1,8 @@
 #include "host/command_line.h"
 
 #include "host/commands/host_command.h"
-#include "host/system_zone.h"
-#include "host/zone_table.h"
+#include "host/ical/system_zone.h"
+#include "host/ical/zone_table.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/calendar_zone.h"
+#include "host/ical/calendar_zone.h"
 
 #include <optional>
 #include <string>

@@ -1,10 +1,10 @@
 #include "host/configuration_check.h"
 
-#include "host/calendar_folder.h"
-#include "host/configured_calendars.h"
-#include "host/file_paths.h"
-#include "host/new_item_place.h"
-#include "host/weather_file.h"
+#include "host/configuration/configured_calendars.h"
+#include "host/configuration/new_item_place.h"
+#include "host/files/file_paths.h"
+#include "host/store/calendar_folder.h"
+#include "host/weather/weather_file.h"
 
 #include <unistd.h>
 

@@ -1,15 +1,15 @@
 #include "host/host.h"
 
 #include "host/agent_link.h"
-#include "host/calendar_watch.h"
 #include "host/commands/command_desk.h"
 #include "host/commands/command_service.h"
-#include "host/configured_calendars.h"
-#include "host/event_delta.h"
-#include "host/file_paths.h"
-#include "host/host_loop.h"
-#include "host/weather_feed.h"
-#include "host/weather_file.h"
+#include "host/configuration/configured_calendars.h"
+#include "host/files/file_paths.h"
+#include "host/loop/host_loop.h"
+#include "host/records/event_delta.h"
+#include "host/store/calendar_watch.h"
+#include "host/weather/weather_feed.h"
+#include "host/weather/weather_file.h"
 #include "propertylist/binary_property_list.h"
 
 #include <sdbus-c++/sdbus-c++.h>

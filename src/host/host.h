@@ -5,8 +5,8 @@
 #include "host/command_line.h"
 #include "host/commands/command_execution.h"
 #include "host/commands/local_edits.h"
-#include "host/configuration.h"
-#include "host/one_shot_timer.h"
+#include "host/configuration/configuration.h"
+#include "host/loop/one_shot_timer.h"
 #include "host/store/agent_events.h"
 #include "host/store/calendar_store.h"
 

@@ -1,5 +1,5 @@
 #include "host/command_line.h"
-#include "host/configuration.h"
+#include "host/configuration/configuration.h"
 #include "host/configuration_check.h"
 #include "host/host.h"
 

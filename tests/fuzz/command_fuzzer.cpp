@@ -1,11 +1,11 @@
 // Takes whatever bytes come as what follows the scheme of a command. An identifier must find
 // nothing but what is there, and a quick entry must become an item that can be read again.
 
-#include "host/calendar_edits.h"
-#include "host/calendar_text.h"
-#include "host/command_targets.h"
 #include "host/commands/host_command.h"
-#include "host/component_text.h"
+#include "host/edits/calendar_edits.h"
+#include "host/edits/command_targets.h"
+#include "host/edits/component_text.h"
+#include "host/ical/calendar_text.h"
 
 #include <cstdint>
 #include <cstdlib>

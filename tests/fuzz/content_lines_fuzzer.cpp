@@ -1,8 +1,8 @@
 // Reads whatever bytes come as an iCalendar text. What is not refused must come back byte for byte;
 // edits must leave a text that is read again, and keep every line that they do not name.
 
-#include "host/calendar_edits.h"
-#include "host/content_lines.h"
+#include "host/edits/calendar_edits.h"
+#include "host/edits/content_lines.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // Reads whatever bytes come as a weather file. Each problem must have a place in the text, and a
 // record must hold nothing but whole forecasts.
 
-#include "host/json_text.h"
-#include "host/weather_file.h"
+#include "host/weather/json_text.h"
+#include "host/weather/weather_file.h"
 #include "propertylist/array.h"
 
 #include <cstdint>

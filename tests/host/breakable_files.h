@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/file_replacement.h"
+#include "host/files/file_replacement.h"
 
 #include <functional>
 #include <string>

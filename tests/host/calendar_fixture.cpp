@@ -1,7 +1,7 @@
 #include "calendar_fixture.h"
 
-#include "host/calendar_records.h"
-#include "host/zone_table.h"
+#include "host/ical/zone_table.h"
+#include "host/store/calendar_records.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/calendar.h"
-#include "host/calendar_text.h"
-#include "host/occurrence_expansion.h"
+#include "host/ical/calendar.h"
+#include "host/ical/calendar_text.h"
+#include "host/occurrences/occurrence_expansion.h"
 #include "propertylist/dictionary.h"
 
 #include <string>

@@ -1,10 +1,10 @@
 #include "edit_fixture.h"
 
 #include "calendar_fixture.h"
-#include "host/agent_date.h"
-#include "host/calendar_records.h"
-#include "host/command_targets.h"
-#include "host/zone_table.h"
+#include "host/edits/command_targets.h"
+#include "host/ical/zone_table.h"
+#include "host/records/agent_date.h"
+#include "host/store/calendar_records.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/calendar_edits.h"
-#include "host/calendar_set.h"
-#include "host/occurrence_expansion.h"
+#include "host/edits/calendar_edits.h"
+#include "host/occurrences/occurrence_expansion.h"
+#include "host/store/calendar_set.h"
 
 #include <string>
 #include <vector>

@@ -1,11 +1,11 @@
 #include "host/commands/command_execution.h"
 
-#include "host/calendar_writer.h"
-#include "host/command_targets.h"
 #include "host/commands/unique_identifiers.h"
-#include "host/component_text.h"
-#include "host/new_item_place.h"
-#include "host/zone_component.h"
+#include "host/configuration/new_item_place.h"
+#include "host/edits/calendar_writer.h"
+#include "host/edits/command_targets.h"
+#include "host/edits/component_text.h"
+#include "host/edits/zone_component.h"
 
 #include <filesystem>
 #include <utility>

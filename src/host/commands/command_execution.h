@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/calendar_set.h"
 #include "host/commands/item_presentation.h"
 #include "host/commands/local_edits.h"
 #include "host/commands/pending_commands.h"
-#include "host/configuration.h"
-#include "host/edit_targets.h"
+#include "host/configuration/configuration.h"
+#include "host/edits/edit_targets.h"
+#include "host/store/calendar_set.h"
 
 #include <cstdint>
 #include <string>

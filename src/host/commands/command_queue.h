@@ -3,7 +3,7 @@
 #include "host/commands/command_execution.h"
 #include "host/commands/pending_commands.h"
 #include "host/commands/user_messages.h"
-#include "host/one_shot_timer.h"
+#include "host/loop/one_shot_timer.h"
 
 #include <set>
 #include <string>

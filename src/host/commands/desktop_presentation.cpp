@@ -1,7 +1,7 @@
 #include "host/commands/desktop_presentation.h"
 
-#include "host/file_replacement.h"
-#include "host/identifiers.h"
+#include "host/files/file_replacement.h"
+#include "host/ical/identifiers.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <sys/stat.h>

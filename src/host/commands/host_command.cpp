@@ -1,6 +1,6 @@
 #include "host/commands/host_command.h"
 
-#include "host/agent_date.h"
+#include "host/records/agent_date.h"
 
 #include <algorithm>
 #include <cctype>

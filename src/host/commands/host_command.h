@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/calendar_edits.h"
+#include "host/edits/calendar_edits.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "host/commands/item_summary.h"
 
 #include "host/commands/when_text.h"
-#include "host/item_length.h"
-#include "host/repeat_text.h"
+#include "host/occurrences/item_length.h"
+#include "host/records/repeat_text.h"
 
 #include <array>
 #include <cstdio>

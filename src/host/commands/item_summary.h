@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/calendar.h"
-#include "host/edit_targets.h"
+#include "host/edits/edit_targets.h"
+#include "host/ical/calendar.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 #include "host/commands/local_edits.h"
 
-#include "host/agent_date.h"
-#include "host/calendar_edits.h"
 #include "host/commands/state_file.h"
-#include "host/event_record.h"
-#include "host/identifiers.h"
+#include "host/edits/calendar_edits.h"
+#include "host/ical/identifiers.h"
+#include "host/records/agent_date.h"
+#include "host/records/event_record.h"
 #include "propertylist/dictionary.h"
 
 #include <algorithm>

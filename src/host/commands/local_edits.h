@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/edit_targets.h"
-#include "host/file_replacement.h"
+#include "host/edits/edit_targets.h"
+#include "host/files/file_replacement.h"
 #include "host/store/calendar_amendments.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #include "host/commands/pending_commands.h"
 
-#include "host/agent_date.h"
 #include "host/commands/state_file.h"
+#include "host/records/agent_date.h"
 
 #include <algorithm>
 #include <optional>

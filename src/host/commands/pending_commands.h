@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/commands/host_command.h"
-#include "host/file_replacement.h"
+#include "host/files/file_replacement.h"
 
 #include <string>
 #include <vector>

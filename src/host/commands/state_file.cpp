@@ -1,6 +1,6 @@
 #include "host/commands/state_file.h"
 
-#include "host/agent_date.h"
+#include "host/records/agent_date.h"
 #include "propertylist/array.h"
 #include "propertylist/binary_property_list.h"
 

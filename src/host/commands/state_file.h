@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/calendar_zone.h"
-#include "host/file_replacement.h"
+#include "host/files/file_replacement.h"
+#include "host/ical/calendar_zone.h"
 #include "propertylist/dictionary.h"
 
 #include <optional>

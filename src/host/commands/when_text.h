@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/calendar_time.h"
+#include "host/ical/calendar_time.h"
 
 #include <string>
 

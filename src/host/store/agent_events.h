@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/calendar_set.h"
-#include "host/occurrence_expansion.h"
+#include "host/occurrences/occurrence_expansion.h"
 #include "host/store/calendar_expansion.h"
+#include "host/store/calendar_set.h"
 #include "propertylist/array.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 #include "host/store/calendar_assembly.h"
 
-#include "host/color_names.h"
-#include "host/file_paths.h"
-#include "host/identifiers.h"
+#include "host/files/file_paths.h"
+#include "host/ical/color_names.h"
+#include "host/ical/identifiers.h"
 
 #include <algorithm>
 #include <filesystem>

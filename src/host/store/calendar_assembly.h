@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/calendar.h"
+#include "host/ical/calendar.h"
 #include "host/store/stored_path.h"
 
 #include <optional>

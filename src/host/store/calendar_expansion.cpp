@@ -1,7 +1,7 @@
 #include "host/store/calendar_expansion.h"
 
-#include "host/event_record.h"
-#include "host/series_records.h"
+#include "host/records/event_record.h"
+#include "host/records/series_records.h"
 
 #include <algorithm>
 

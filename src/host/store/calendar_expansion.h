@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/calendar.h"
-#include "host/occurrence_expansion.h"
+#include "host/ical/calendar.h"
+#include "host/occurrences/occurrence_expansion.h"
 #include "host/store/expansion_limits.h"
 #include "propertylist/array.h"
 

@@ -1,7 +1,7 @@
 #include "host/store/calendar_file.h"
 
-#include "host/calendar_text.h"
-#include "host/file_text.h"
+#include "host/files/file_text.h"
+#include "host/ical/calendar_text.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/calendar_set.h"
-#include "host/path_watch.h"
 #include "host/store/calendar_assembly.h"
+#include "host/store/calendar_set.h"
+#include "host/store/path_watch.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/recurrence_rule.h"
+#include "host/ical/recurrence_rule.h"
 
 #include <cstddef>
 

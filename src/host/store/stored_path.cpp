@@ -1,6 +1,6 @@
 #include "host/store/stored_path.h"
 
-#include "host/file_paths.h"
+#include "host/files/file_paths.h"
 #include "host/store/calendar_file.h"
 
 #include <algorithm>

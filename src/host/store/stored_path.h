@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/calendar.h"
-#include "host/calendar_folder.h"
+#include "host/ical/calendar.h"
 #include "host/store/calendar_amendments.h"
+#include "host/store/calendar_folder.h"
 
 #include <set>
 #include <string>

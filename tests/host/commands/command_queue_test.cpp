@@ -1,8 +1,8 @@
-#include "../breakable_files.h"
-#include "../calendar_fixture.h"
+#include "breakable_files.h"
+#include "calendar_fixture.h"
 #include "host/commands/command_queue.h"
-#include "host/file_text.h"
-#include "host/zone_table.h"
+#include "host/files/file_text.h"
+#include "host/ical/zone_table.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "../calendar_fixture.h"
+#include "calendar_fixture.h"
 #include "host/commands/host_command.h"
 
 #include <gtest/gtest.h>

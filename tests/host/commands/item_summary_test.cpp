@@ -1,8 +1,8 @@
-#include "../calendar_fixture.h"
-#include "../edit_fixture.h"
-#include "host/command_targets.h"
+#include "calendar_fixture.h"
+#include "edit_fixture.h"
 #include "host/commands/item_summary.h"
-#include "host/zone_table.h"
+#include "host/edits/command_targets.h"
+#include "host/ical/zone_table.h"
 
 #include <gmock/gmock.h>
 #include <unicode/locid.h>

@@ -1,6 +1,6 @@
-#include "../breakable_files.h"
-#include "../calendar_fixture.h"
-#include "../edit_fixture.h"
+#include "breakable_files.h"
+#include "calendar_fixture.h"
+#include "edit_fixture.h"
 #include "host/commands/local_edits.h"
 #include "support/temporary_folder.h"
 

@@ -1,5 +1,5 @@
-#include "../breakable_files.h"
-#include "../calendar_fixture.h"
+#include "breakable_files.h"
+#include "calendar_fixture.h"
 #include "host/commands/pending_commands.h"
 #include "support/temporary_folder.h"
 

@@ -1,0 +1,83 @@
+#include "host/edits/calendar_writer.h"
+
+#include <sys/stat.h>
+
+#include <filesystem>
+
+namespace plenzo {
+
+namespace {
+
+constexpr int mostTries = 5;
+constexpr mode_t modeOfNewFile = S_IRUSR | S_IWUSR;
+
+/// Hidden, and no .ics file: nobody takes it for a calendar. Always the same, so that a loss of
+/// power leaves one at most.
+std::string pathBeside(const std::string& path) {
+    const std::filesystem::path whole(path);
+    return (whole.parent_path() / ("." + whole.filename().string() + ".plenzohost-new")).string();
+}
+
+std::string whyNotEditable(const FoundFile& found, bool mayBeMissing) {
+    if (!found.error.empty()) {
+        return found.error;
+    }
+    if (!found.stamp.exists && !mayBeMissing) {
+        return "the file is not there any more";
+    }
+    return found.isWritable ? "" : "is read-only";
+}
+
+} // namespace
+
+std::string CalendarWriter::apply(const std::string& path, const TextEdit& edit) {
+    return applyTo(m_files.realPath(path), edit, WhenMissing::Fail);
+}
+
+std::string CalendarWriter::applyOrCreate(const std::string& path, const TextEdit& edit) {
+    return applyTo(m_files.realPath(path), edit, WhenMissing::Create);
+}
+
+std::string CalendarWriter::applyTo(const std::string& path, const TextEdit& edit,
+                                    WhenMissing whenMissing) {
+    for (int tries = 0; tries < mostTries; ++tries) {
+        const FoundFile found = m_files.read(path);
+        std::string error = whyNotEditable(found, whenMissing == WhenMissing::Create);
+        if (!error.empty()) {
+            return error;
+        }
+        const EditResult edited = edit(found.text);
+        if (!edited.error.empty() || (found.stamp.exists && edited.text == found.text)) {
+            return edited.error;
+        }
+        const Outcome outcome = replace(path, found, edited.text, error);
+        if (outcome != Outcome::ChangedMeanwhile) {
+            return error;
+        }
+    }
+    return "the file keeps changing";
+}
+
+CalendarWriter::Outcome CalendarWriter::replace(const std::string& path, const FoundFile& found,
+                                                const std::string& text, std::string& error) {
+    const std::string beside = pathBeside(path);
+    error = m_files.writeThrough(beside, text, found.stamp.exists ? found.mode : modeOfNewFile);
+    if (!error.empty()) {
+        m_files.remove(beside);
+        return Outcome::Failed;
+    }
+    if (m_files.stamp(path) != found.stamp) {
+        m_files.remove(beside);
+        return Outcome::ChangedMeanwhile;
+    }
+    error = m_files.moveTo(beside, path, !found.stamp.exists);
+    if (!error.empty()) {
+        m_files.remove(beside);
+        const bool isTaken = !found.stamp.exists && m_files.stamp(path).exists;
+        return isTaken ? Outcome::ChangedMeanwhile : Outcome::Failed;
+    }
+    m_files.syncFolder(std::filesystem::path(path).parent_path().string()); // the text is in place
+    return Outcome::Done;
+}
+
+} // namespace plenzo

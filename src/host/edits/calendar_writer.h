@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/edits/edit_targets.h"
+#include "host/files/file_replacement.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace plenzo {
+
+/// Gives the new text for a text; of a file that does not exist yet that is empty.
+using TextEdit = std::function<EditResult(std::string_view text)>;
+
+/// Changes a calendar file as a whole: at every moment its path holds the old text or the new one,
+/// also after a loss of power. A symbolic link stays one, and the mode is kept; other
+/// names of the same file (hard links) and access lists are not.
+class CalendarWriter {
+public:
+    explicit CalendarWriter(FileReplacement& files) : m_files(files) {}
+
+    /// Applies the edit to the file. Where the file changed meanwhile it is read and edited again,
+    /// up to five times. Returns why nothing was changed, or an empty text.
+    std::string apply(const std::string& path, const TextEdit& edit);
+
+    /// The same for a file that may not exist yet: then it is made.
+    std::string applyOrCreate(const std::string& path, const TextEdit& edit);
+
+private:
+    enum class WhenMissing { Fail, Create };
+    enum class Outcome { Done, Failed, ChangedMeanwhile };
+
+    std::string applyTo(const std::string& path, const TextEdit& edit, WhenMissing whenMissing);
+    Outcome replace(const std::string& path, const FoundFile& found, const std::string& text,
+                    std::string& error);
+
+    FileReplacement& m_files;
+};
+
+} // namespace plenzo

@@ -1,0 +1,218 @@
+#include "host/edits/series_text.h"
+
+#include "host/ical/component_reader.h"
+#include "host/ical/content_blocks.h"
+#include "host/occurrences/item_length.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace plenzo {
+
+namespace {
+
+constexpr std::int64_t daySeconds = 86400;
+constexpr ExpansionBudget budgetOfSearch{400'000, 10'000};
+
+std::string timeText(const CalendarTime& time, bool isUniversal) {
+    const cctz::civil_second& local = time.local;
+    std::array<char, 32> text{};
+    if (time.form == TimeForm::Date) {
+        std::snprintf(text.data(), text.size(), "%04d%02d%02d", static_cast<int>(local.year()),
+                      local.month(), local.day());
+    } else {
+        std::snprintf(text.data(), text.size(), "%04d%02d%02dT%02d%02d%02d%s",
+                      static_cast<int>(local.year()), local.month(), local.day(), local.hour(),
+                      local.minute(), local.second(), isUniversal ? "Z" : "");
+    }
+    return text.data();
+}
+
+/// The wall clock of `time` as `model` would write it.
+CalendarTime inFormOf(const CalendarTime& time, const CalendarTime& model) {
+    const bool areZoned = time.form == TimeForm::Zoned && model.form == TimeForm::Zoned;
+    return movedTo(model,
+                   areZoned ? model.zone.localOf(time.zone.instantOf(time.local)) : time.local);
+}
+
+bool isSame(const std::optional<CalendarTime>& left, const std::optional<CalendarTime>& right) {
+    if (!left || !right) {
+        return !left && !right;
+    }
+    return left->form == right->form &&
+           left->zone.instantOf(left->local) == right->zone.instantOf(right->local);
+}
+
+void removeFixedAlarms(ContentComponent& component, const CalendarItem& item) {
+    const auto alarms = component.components("VALARM");
+    for (const AlarmDefinition& alarm : item.alarms) {
+        const auto place = static_cast<std::size_t>(alarm.place);
+        if (alarm.absoluteTrigger && place < alarms.size()) {
+            component.remove(*alarms[place]);
+        }
+    }
+}
+
+} // namespace
+
+std::optional<std::string> timeLine(std::string_view name, const CalendarTime& time,
+                                    const ContentLine& model, const CalendarTime& modelTime) {
+    if ((time.form == TimeForm::Date) != (modelTime.form == TimeForm::Date)) {
+        return std::nullopt;
+    }
+    const std::string value = model.value();
+    const bool isUniversal = value.ends_with('Z') || value.ends_with('z');
+    return std::string(name) + model.parameters() + ":" +
+           timeText(inFormOf(time, modelTime), isUniversal);
+}
+
+std::string universalTimeText(SystemSeconds instant) {
+    return timeText({TimeForm::Zoned, CalendarZone().localOf(instant), {}}, true);
+}
+
+void markChanged(ContentComponent& component, SystemSeconds now, std::string_view lineEnding) {
+    component.setProperty("DTSTAMP", "DTSTAMP:" + universalTimeText(now), lineEnding);
+    component.setProperty("LAST-MODIFIED", "LAST-MODIFIED:" + universalTimeText(now), lineEnding);
+}
+
+SeriesText::SeriesText(std::string_view text, const OccurrenceTarget& target,
+                       const CalendarZone& systemZone)
+    : m_systemZone(systemZone), m_content(ContentText::fromText(text, m_error)),
+      m_zones(contentBlocksOf(text).components) {
+    if (!m_content) {
+        return;
+    }
+    readItems(target);
+    if (m_items.empty()) {
+        m_error = "the item is not there any more";
+        return;
+    }
+    m_series = seriesOf(m_items).front();
+    findOccurrence(target);
+}
+
+void SeriesText::readItems(const OccurrenceTarget& target) {
+    for (ContentComponent* calendar : m_content->components()) {
+        addIfMeant(*calendar, nullptr, target); // some files hold items without a calendar
+        for (ContentComponent* component : calendar->components()) {
+            addIfMeant(*component, calendar, target);
+        }
+    }
+}
+
+void SeriesText::addIfMeant(ContentComponent& component, ContentComponent* parent,
+                            const OccurrenceTarget& target) {
+    auto item = isMeant(component, target) ? itemOf(component) : std::nullopt;
+    if (item) {
+        m_items.push_back(std::move(*item));
+        m_components.push_back(&component);
+        m_parents.push_back(parent);
+    }
+}
+
+bool SeriesText::isMeant(const ContentComponent& component, const OccurrenceTarget& target) const {
+    if (component.name() != (target.kind == ItemKind::ToDo ? "VTODO" : "VEVENT")) {
+        return false;
+    }
+    const ContentLine* uid = component.property("UID");
+    const std::string itemUid = uid == nullptr ? std::string() : uid->text();
+    return itemUid == target.itemUid && (!itemUid.empty() || component.firstLine() == target.line);
+}
+
+std::optional<CalendarItem> SeriesText::itemOf(const ContentComponent& component) {
+    const std::string text = component.text();
+    return readItem({component.name(), text, component.firstLine()}, m_zones).item;
+}
+
+void SeriesText::findOccurrence(const OccurrenceTarget& target) {
+    const SystemSeconds around =
+        target.identity ? instantOf(*target.identity, m_systemZone) : SystemSeconds();
+    const ExpansionWindow window{around, around - cctz::seconds(2 * daySeconds),
+                                 around + cctz::seconds(2 * daySeconds), m_systemZone};
+    ExpansionBudget budget = budgetOfSearch;
+    for (const Occurrence& occurrence : occurrencesOf(m_series, window, {}, budget)) {
+        if (isSame(occurrence.identity, target.identity)) {
+            m_occurrence = occurrence;
+            return;
+        }
+    }
+    m_error = "the occurrence is not there any more";
+}
+
+bool SeriesText::isShared() const {
+    const CalendarItem& item = *m_occurrence->item;
+    const bool isOverride = item.recurrenceId && &item != m_series.master;
+    return m_occurrence->isRecurring && (!isOverride || item.appliesToFuture);
+}
+
+ContentComponent& SeriesText::componentOf(const CalendarItem& item) {
+    return *m_components[static_cast<std::size_t>(&item - m_items.data())];
+}
+
+ContentComponent* SeriesText::addOverride() {
+    const CalendarItem& item = *m_occurrence->item;
+    const bool isFirstOfFuture =
+        &item != m_series.master && isSame(item.recurrenceId, m_occurrence->identity);
+    const CalendarItem* master = m_series.master;
+    if (master == nullptr || item.uid.empty() || !m_occurrence->identity || isFirstOfFuture) {
+        return nullptr;
+    }
+    ContentComponent& masterComponent = componentOf(*master);
+    const ContentLine* model = masterComponent.property(master->start ? "DTSTART" : "DUE");
+    const auto& modelTime = master->start ? master->start : master->end;
+    const auto line = model == nullptr
+                          ? std::nullopt
+                          : timeLine("RECURRENCE-ID", *m_occurrence->identity, *model, *modelTime);
+    if (!line) {
+        return nullptr;
+    }
+    auto copy = describing().copy();
+    for (const char* name : {"RRULE", "RDATE", "EXDATE", "EXRULE"}) {
+        copy->removeProperties(name);
+    }
+    copy->setProperty("RECURRENCE-ID", *line, lineEnding());
+    moveTimes(*copy);
+    removeFixedAlarms(*copy, item);
+    const auto index = static_cast<std::size_t>(&item - m_items.data());
+    return m_parents[index] == nullptr
+               ? &m_content->insertAfter(*m_components[index], std::move(copy))
+               : &m_parents[index]->insertAfter(*m_components[index], std::move(copy));
+}
+
+void SeriesText::moveTimes(ContentComponent& component) const {
+    const CalendarItem& item = *m_occurrence->item;
+    const ContentLine* start = component.property("DTSTART");
+    if (start != nullptr && item.start && m_occurrence->start) {
+        if (const auto line = timeLine("DTSTART", *m_occurrence->start, *start, *item.start)) {
+            component.setProperty("DTSTART", *line, lineEnding());
+        }
+    }
+    if (m_occurrence->end) {
+        moveEnd(component);
+    }
+}
+
+// A length keeps; one that a period of RDATE gives is written as an end.
+void SeriesText::moveEnd(ContentComponent& component) const {
+    const CalendarItem& item = *m_occurrence->item;
+    const char* name = item.kind == ItemKind::ToDo ? "DUE" : "DTEND";
+    const ContentLine* end = component.property(name);
+    if (end != nullptr && item.end) {
+        if (const auto line = timeLine(name, *m_occurrence->end, *end, *item.end)) {
+            component.setProperty(name, *line, lineEnding());
+        }
+        return;
+    }
+    const ContentLine* start = component.property("DTSTART");
+    if (start == nullptr || !m_occurrence->start ||
+        isSame(endOf(item, *m_occurrence->start, m_systemZone), m_occurrence->end)) {
+        return;
+    }
+    if (const auto line = timeLine(name, *m_occurrence->end, *start, *item.start)) {
+        component.removeProperties("DURATION");
+        component.setProperty(name, *line, lineEnding());
+    }
+}
+
+} // namespace plenzo

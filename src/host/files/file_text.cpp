@@ -1,0 +1,66 @@
+#include "host/files/file_text.h"
+
+#include "linux/wire/file_descriptor.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace plenzo {
+
+namespace {
+
+std::string whyNotReadable(const FileDescriptor& file, struct stat& status, std::size_t mostBytes) {
+    if (!file.isOpen() || fstat(file.get(), &status) != 0) {
+        return std::strerror(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return "is no regular file";
+    }
+    constexpr unsigned mebibyteShift = 20;
+    return static_cast<std::size_t>(status.st_size) > mostBytes
+               ? "is larger than " + std::to_string(mostBytes >> mebibyteShift) + " MiB"
+               : "";
+}
+
+std::string readAll(const FileDescriptor& file, std::string& text) {
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const ssize_t count = read(file.get(), text.data() + length, text.size() - length);
+        if (count < 0 && errno != EINTR) {
+            return std::strerror(errno);
+        }
+        if (count == 0) {
+            break;
+        }
+        length += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    text.resize(length);
+    return {};
+}
+
+} // namespace
+
+FileText readFileText(const std::string& path, std::size_t mostBytes) {
+    FileText result;
+    struct stat status {};
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    result.error = whyNotReadable(file, status, mostBytes);
+    result.stamp = file.isOpen() ? fileStamp(status) : FileStamp();
+    if (result.error.empty()) {
+        result.text.resize(static_cast<std::size_t>(status.st_size));
+        result.error = readAll(file, result.text);
+        result.isWritable = isWritableFile(path, status);
+    }
+    return result;
+}
+
+bool isWritableFile(const std::string& path, const struct stat& status) {
+    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (status.st_mode & anyWriteBit) != 0 && access(path.c_str(), W_OK) == 0;
+}
+
+} // namespace plenzo

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/ical/calendar_item.h"
+#include "host/ical/ical_values.h"
+
+#include <vector>
+
+namespace plenzo {
+
+/// The VALARM parts of a component (RFC 5545, 3.6.6; UID and ACKNOWLEDGED of RFC 9074): the first
+/// 50, without those whose trigger is missing. An alarm repeats at most 30 times. An alarm without
+/// a UID gets one made of what it does and when, so that its place among the others does not
+/// matter.
+std::vector<AlarmDefinition> alarmsOf(icalcomponent* component, ZoneTable& zones);
+
+} // namespace plenzo
