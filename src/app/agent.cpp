@@ -135,7 +135,12 @@ public:
     }
 
     int run() {
-        const Handle termination = onTerminationRequest(m_loop, [this] { m_loop.quit(0); });
+        const Handle termination = onTerminationRequest(m_loop, [this](TerminationRequest request) {
+            if (request == TerminationRequest::HangUp) {
+                m_powerNotices.sessionEnds();
+            }
+            m_loop.quit(0);
+        });
         m_plenzoAlarm.applicationDidFinishLaunching();
         const int exitCode = m_loop.run();
         m_plenzoAlarm.applicationWillTerminate();

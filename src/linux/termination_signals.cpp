@@ -18,13 +18,16 @@ namespace {
 
 constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP};
 
+/// What a hang-up adds to the event, where the others add one: it counts more than they.
+constexpr std::uint64_t hangUpMark = std::uint64_t{1} << 32U;
+
 /// The only thing that a signal handler may touch.
 std::atomic<int> eventDescriptor{-1};
 
-void noteSignal(int /*signalNumber*/) {
+void noteSignal(int signalNumber) {
     const int savedError = errno;
-    const std::uint64_t one = 1;
-    [[maybe_unused]] const auto written = ::write(eventDescriptor.load(), &one, sizeof one);
+    const std::uint64_t mark = signalNumber == SIGHUP ? hangUpMark : 1;
+    [[maybe_unused]] const auto written = ::write(eventDescriptor.load(), &mark, sizeof mark);
     errno = savedError;
 }
 
@@ -39,14 +42,16 @@ void setHandlers(void (*handler)(int)) {
 
 class SignalRegistration final : public Registration {
 public:
-    SignalRegistration(MainLoop& loop, FileDescriptor event, std::function<void()> requested)
+    SignalRegistration(MainLoop& loop, FileDescriptor event,
+                       std::function<void(TerminationRequest)> requested)
         : m_event(std::move(event)) {
         eventDescriptor = m_event.get();
         m_watch = loop.watch(m_event.get(), MainLoop::Readiness::Readable,
                              [descriptor = m_event.get(), requested = std::move(requested)] {
                                  std::uint64_t count = 0;
                                  if (::read(descriptor, &count, sizeof count) == sizeof count) {
-                                     requested();
+                                     requested(count >= hangUpMark ? TerminationRequest::HangUp
+                                                                   : TerminationRequest::Quit);
                                  }
                              });
         setHandlers(noteSignal);
@@ -65,7 +70,7 @@ private:
 
 } // namespace
 
-Handle onTerminationRequest(MainLoop& loop, std::function<void()> requested) {
+Handle onTerminationRequest(MainLoop& loop, std::function<void(TerminationRequest)> requested) {
     FileDescriptor event(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!event.isOpen()) {
         return nullptr;

@@ -53,7 +53,8 @@ int main(int argumentCount, char** arguments) {
     Printer printer(settings);
     const Handle powerObservation = power.observe(printer);
     const Handle changeObservation = changes.observe(printer);
-    const Handle termination = onTerminationRequest(loop, [&loop] { loop.quit(0); });
+    const Handle termination =
+        onTerminationRequest(loop, [&loop](TerminationRequest) { loop.quit(0); });
     print("ready");
     return loop.run();
 }

@@ -150,6 +150,30 @@ class TheEndOfASession(Persistence):
         self.assertEqual(self.link.pending_uids(), ["e"])
 
 
+class AHangUp(Persistence):
+    """As systemd ends the agent with its session."""
+
+    def test_costs_no_alarm(self):
+        agent = self.start_agent()
+        meanwhile = soon()
+        self.link.set_preferences(NOTIFYING)
+        self.push_all([event("meanwhile", meanwhile, colInt=RED), event("later", in_seconds(3600))])
+        self.assertEqual(agent.ask_to_end(signal.SIGHUP), 0)
+        self.assert_saved("meanwhile", "later")
+        self.wait_until(lambda: now_seconds() > meanwhile.seconds, "the alarm's time")
+        self.start_agent()
+        self.wait_for("meanwhile")
+        self.assertEqual(self.link.pending_uids(), ["later"])
+        self.assertEqual(self.files.names(), [])
+
+    def test_is_needed_for_that(self):
+        """Who ends the agent by itself wants nothing kept."""
+        agent = self.start_agent()
+        self.push_all([event("e", in_seconds(3600))])
+        self.assertEqual(agent.ask_to_end(), 0)
+        self.assertEqual(self.files.names(), [])
+
+
 class DamagedFiles(Persistence):
     def good(self):
         """The bytes of a file with one record."""
