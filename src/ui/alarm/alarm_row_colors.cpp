@@ -1,6 +1,7 @@
 #include "ui/alarm/alarm_row_colors.h"
 
 #include "ui/controls/colors.h"
+#include "ui/controls/panel_style.h"
 
 namespace plenzo {
 
@@ -10,6 +11,12 @@ constexpr double inactiveFraction = 0.7;
 
 QColor selectionColor(const AlarmRow& row, const QPalette& palette) {
     return row.color ? toQColor(*row.color) : palette.color(QPalette::Active, QPalette::Highlight);
+}
+
+/// On a dark ground a pale row would be the brightest thing in the window.
+QColor inactiveBackground(const QColor& selection, const QPalette& palette) {
+    return isDark(palette) ? blended(selection, palette.color(QPalette::Base), inactiveFraction)
+                           : inactiveHighlightColor(selection);
 }
 
 } // namespace
@@ -24,7 +31,7 @@ AlarmRowColors alarmRowColors(const AlarmRow& row, RowState state, const QPalett
     }
     const QColor selection = selectionColor(row, palette);
     const QColor background =
-        state == RowState::Selected ? selection : inactiveHighlightColor(selection);
+        state == RowState::Selected ? selection : inactiveBackground(selection, palette);
     return {.background = background, .text = readableOn(background)};
 }
 

@@ -16,7 +16,7 @@ struct AlarmRowColors {
 };
 
 /// A selected row takes its calendar's colour; in a window without the keyboard the colour is faded
-/// towards white.
+/// towards white, or towards a dark ground.
 [[nodiscard]] AlarmRowColors alarmRowColors(const AlarmRow& row, RowState state,
                                             const QPalette& palette);
 

@@ -1,5 +1,6 @@
 #include "ui/alarm/alarm_row_colors.h"
 #include "ui/controls/colors.h"
+#include "ui/controls/palettes.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +25,11 @@ std::vector<Color> everyKindOfColor() {
     return colors;
 }
 
-TEST(Contrast, IsThatOfTheGuidelines) {
+QPalette darkPalette() {
+    return palette(Brightness::Dark, Contrast::Usual);
+}
+
+TEST(AContrastRatio, IsThatOfTheGuidelines) {
     EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21, 1e-6);
     EXPECT_NEAR(contrastRatio(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
     EXPECT_EQ(contrastRatio(Qt::red, Qt::red), 1);
@@ -35,10 +40,12 @@ TEST(ASelectedRow, CanBeReadInEveryCalendarsColor) {
         AlarmRow row;
         row.color = color;
         for (const RowState state : {RowState::Selected, RowState::SelectedInactive}) {
-            const AlarmRowColors colors = alarmRowColors(row, state, QPalette());
-            const QColor muted = mutedText(colors.text, colors.background, 0.35);
-            EXPECT_GE(contrastRatio(colors.text, colors.background), readableContrast);
-            EXPECT_GE(contrastRatio(muted, colors.background), readableContrast);
+            for (const QPalette& palette : {QPalette(), darkPalette()}) {
+                const AlarmRowColors colors = alarmRowColors(row, state, palette);
+                const QColor muted = mutedText(colors.text, colors.background, 0.35);
+                EXPECT_GE(contrastRatio(colors.text, colors.background), readableContrast);
+                EXPECT_GE(contrastRatio(muted, colors.background), readableContrast);
+            }
         }
     }
 }
@@ -46,6 +53,15 @@ TEST(ASelectedRow, CanBeReadInEveryCalendarsColor) {
 TEST(ASelectedRow, FadesTowardsWhiteWithoutTheKeyboard) {
     EXPECT_EQ(inactiveHighlightColor(QColor(0, 100, 200)).rgb(), qRgb(179, 209, 239));
     EXPECT_EQ(inactiveHighlightColor(Qt::white).rgb(), qRgb(255, 255, 255));
+}
+
+TEST(ASelectedRow, IsNoLampInADarkWindowWithoutTheKeyboard) {
+    AlarmRow row;
+    row.color = Color{255, 255, 255, 255};
+    const QColor background =
+        alarmRowColors(row, RowState::SelectedInactive, darkPalette()).background;
+    EXPECT_LT(background.lightnessF(), 0.5);
+    EXPECT_NE(background, darkPalette().color(QPalette::Base));
 }
 
 } // namespace
