@@ -51,9 +51,7 @@ std::vector<ConfiguredCalendar> calendarsAt(const std::vector<std::string>& path
 
 Host::Host(HostOptions options)
     : m_options(std::move(options)), m_localEdits(m_files, localEditsPath(), m_options.zone),
-      m_store(m_localEdits) {
-    readConfiguration();
-}
+      m_store(m_localEdits) {}
 
 /// Paths on the command line take the place of the calendars that are configured.
 void Host::readConfiguration() {
@@ -71,6 +69,7 @@ void Host::readConfiguration() {
 }
 
 bool Host::dump() {
+    m_localEdits.load();
     refresh(anything);
     Dictionary everything = pushAsDictionary(currentPush());
     addWeatherTo(everything);
@@ -98,15 +97,25 @@ int Host::serve() {
         report("there is no session bus: " + error);
         return 1;
     }
-    if (!m_options.commandUrls.empty() && sendToRunningHost(*connection, m_options.commandUrls)) {
+    if (handOver(*connection)) {
         return 0;
     }
     CommandDesk commands(*this, m_files, m_localEdits, *connection);
     if (!commands.takeName()) {
+        if (handOver(*connection)) { // to one that started at the same moment
+            return 0;
+        }
         report("another plenzohost is already running");
         return 1;
     }
+    m_localEdits.load();
+    readConfiguration(); // which names what is to be watched
     return serveOn(*connection, commands);
+}
+
+/// Whether another host takes the commands of the command line.
+bool Host::handOver(sdbus::IConnection& connection) {
+    return !m_options.commandUrls.empty() && sendToRunningHost(connection, m_options.commandUrls);
 }
 
 int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
@@ -132,9 +141,9 @@ int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
         commands.queue().noteRetry();
         pushChanges(anything); // not every file system tells of its changes
     });
-    loop.watch(m_localChange.descriptor(), [&] {
-        m_localChange.acknowledge();
-        pushChanges(std::exchange(m_localChanges, {}));
+    loop.watch(m_ownChange.descriptor(), [&] {
+        m_ownChange.acknowledge();
+        pushChanges(std::exchange(m_ownChanges, {}));
     });
     if (link->isAgentPresent()) {
         pushAll();
@@ -259,9 +268,17 @@ std::string Host::configurationFile() {
                                                : m_options.configurationPath;
 }
 
-void Host::noteLocalEdit(const std::string& calendarFile) {
-    m_localChanges.paths.insert(absolutePath(calendarFile));
-    m_localChange.expireIn(1);
+const CalendarSet& Host::calendars() {
+    if (std::exchange(m_hasUnreadChange, false)) {
+        m_store.update(m_ownChanges);
+    }
+    return m_store.calendars();
+}
+
+void Host::noteEdit(const std::string& calendarFile) {
+    m_ownChanges.paths.insert(absolutePath(calendarFile));
+    m_hasUnreadChange = true;
+    m_ownChange.expireIn(1);
 }
 
 SystemSeconds Host::now() {

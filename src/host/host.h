@@ -41,14 +41,15 @@ private:
     /// Whether the agent knows all events but those that have just changed.
     enum class AgentKnows { Nothing, OldEvents, Events };
 
-    const CalendarSet& calendars() override { return m_store.calendars(); }
+    const CalendarSet& calendars() override;
     const Configuration& configuration() override { return m_configuration; }
     std::string configurationFile() override;
     SystemSeconds now() override;
     CalendarZone zone() override { return m_options.zone; }
     std::string zoneName() override { return m_options.zoneName; }
-    void noteLocalEdit(const std::string& calendarFile) override;
+    void noteEdit(const std::string& calendarFile) override;
 
+    bool handOver(sdbus::IConnection& connection);
     /// Serves as the only host on the bus.
     int serveOn(sdbus::IConnection& connection, CommandDesk& commands);
     AgentLink::Listener agentListener(std::function<void()> launched);
@@ -69,8 +70,9 @@ private:
     Configuration m_configuration;
     FileReplacementOnDisk m_files;
     LocalEdits m_localEdits;
-    PathChanges m_localChanges;
-    OneShotTimer m_localChange{CLOCK_MONOTONIC}; // a command is done before the agent is told
+    PathChanges m_ownChanges;
+    bool m_hasUnreadChange = false;
+    OneShotTimer m_ownChange{CLOCK_MONOTONIC}; // a command is done before the agent is told
     CalendarStore m_store;
     AgentEvents m_events;
     RecordChanges m_changes; // of the last refresh

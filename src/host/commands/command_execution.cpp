@@ -1,12 +1,14 @@
 #include "host/commands/command_execution.h"
 
 #include "host/commands/unique_identifiers.h"
+#include "host/configuration/first_configuration.h"
 #include "host/configuration/new_item_place.h"
 #include "host/edits/calendar_writer.h"
 #include "host/edits/command_targets.h"
 #include "host/edits/component_text.h"
 #include "host/edits/zone_component.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -42,16 +44,6 @@ EditResult withItem(std::string_view text, const std::string& component,
     return zoned.error.empty() ? addComponent(zoned.text, component) : zoned;
 }
 
-/// A configuration to begin with: it says what holds without one.
-std::string firstConfiguration(const Configuration& current) {
-    std::string text = "# The configuration of plenzohost. plenzohost.toml(5) describes it;\n"
-                       "# `plenzohost check` says what is wrong in it.\n";
-    for (const ConfiguredCalendar& calendar : current.calendars) {
-        text += "\n[[calendar]]\npath = '" + calendar.path + "'\n";
-    }
-    return current.calendars.empty() ? text + "\n# [[calendar]]\n# path = \"~/calendars\"\n" : text;
-}
-
 } // namespace
 
 CommandResult CommandExecution::execute(const PendingCommand& command,
@@ -80,22 +72,35 @@ CommandResult CommandExecution::changeAlarm(const HostCommand& command) {
     if (!target) {
         return whyNotChanged(calendar, false);
     }
+    const bool isSnooze = command.kind == Kind::Snooze;
     if (calendar->isReadOnly) {
-        return changeAlarmLocally(command, *target);
+        return changeAlarmLocally(
+            {*target, isSnooze ? std::optional(untilOf(command)) : std::nullopt, m_world.now()});
     }
     return write(target->occurrence.path, [&](std::string_view text) {
-        return command.kind == Kind::Snooze
-                   ? snoozeAlarm(text, *target, command.until, editContext())
-                   : acknowledgeAlarm(text, *target, editContext());
+        return isSnooze ? snoozeAlarm(text, *target, untilOf(command), editContext())
+                        : acknowledgeAlarm(text, *target, editContext());
     });
 }
 
-CommandResult CommandExecution::changeAlarmLocally(const HostCommand& command,
-                                                   const AlarmTarget& target) {
-    const bool isSnooze = command.kind == Kind::Snooze;
-    const std::string error = m_localEdits.add(
-        {target, isSnooze ? std::optional(command.until) : std::nullopt, m_world.now()});
-    m_world.noteLocalEdit(target.occurrence.path);
+/// The agent leaves alone what is past when it hears of it, and a command may have waited.
+SystemSeconds CommandExecution::untilOf(const HostCommand& command) {
+    constexpr cctz::seconds soonest{2};
+    return std::max(command.until, m_world.now() + soonest);
+}
+
+CommandResult CommandExecution::changeAlarmLocally(const LocalEdit& edit) {
+    const std::string& path = edit.target.occurrence.path;
+    const FoundFile found = m_files.read(m_files.realPath(path));
+    if (!found.error.empty()) {
+        return waits(path + ": " + found.error);
+    }
+    const std::string why = m_localEdits.whyNotAdded(edit, found.text);
+    if (!why.empty()) {
+        return refused(path + ": " + why);
+    }
+    const std::string error = m_localEdits.add(edit);
+    m_world.noteEdit(path);
     return error.empty() ? CommandResult()
                          : refused("it is remembered until the program ends only: " + error);
 }
@@ -138,13 +143,25 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
         CalendarWriter(m_files).applyOrCreate(path, [&](std::string_view text) {
             return withItem(text, component, command, m_world.zoneName());
         });
-    return error.empty() ? CommandResult() : waits(path + ": " + error);
+    if (!error.empty()) {
+        return waits(path + ": " + error);
+    }
+    m_world.noteEdit(path);
+    return {};
 }
 
+/// The file was read-only once, if it has local edits: they are written with this one.
 CommandResult CommandExecution::write(const std::string& path,
                                       const std::function<EditResult(std::string_view)>& edit) {
-    const std::string error = CalendarWriter(m_files).apply(path, edit);
-    return error.empty() ? CommandResult() : waits(path + ": " + error);
+    const std::string error = CalendarWriter(m_files).apply(path, [&](std::string_view text) {
+        return edit(m_localEdits.amended(path, std::string(text)));
+    });
+    if (!error.empty()) {
+        return waits(path + ": " + error);
+    }
+    const std::string problem = m_localEdits.forget(path);
+    m_world.noteEdit(path);
+    return {State::Done, problem};
 }
 
 CommandResult CommandExecution::present(const HostCommand& command, const std::string& token) {

@@ -20,6 +20,7 @@ public:
     CommandWorld& operator=(const CommandWorld&) = delete;
     virtual ~CommandWorld() = default;
 
+    /// As they are now, after all edits that were noted.
     virtual const CalendarSet& calendars() = 0;
     virtual const Configuration& configuration() = 0;
     /// Which need not exist.
@@ -28,8 +29,8 @@ public:
     virtual CalendarZone zone() = 0;
     /// As "Europe/Berlin"; empty when nobody knows it.
     virtual std::string zoneName() = 0;
-    /// The local edits of that file are others now.
-    virtual void noteLocalEdit(const std::string& calendarFile) = 0;
+    /// That file has another text now, or other local edits.
+    virtual void noteEdit(const std::string& calendarFile) = 0;
 };
 
 /// What has become of a command.
@@ -39,7 +40,7 @@ struct CommandResult {
     enum class State : std::uint8_t { Done, Waits, Refused };
 
     State state = State::Done;
-    std::string problem; // for the user; empty when it is done
+    std::string problem; // for the user; of what is done, for whoever reads the log
 };
 
 /// Carries out commands: changes the calendar files, and opens what is to be shown.
@@ -54,7 +55,7 @@ public:
 
 private:
     CommandResult changeAlarm(const HostCommand& command);
-    CommandResult changeAlarmLocally(const HostCommand& command, const AlarmTarget& target);
+    CommandResult changeAlarmLocally(const LocalEdit& edit);
     CommandResult complete(const HostCommand& command);
     CommandResult makeItem(const PendingCommand& command);
     CommandResult present(const HostCommand& command, const std::string& token);
@@ -62,6 +63,7 @@ private:
     CommandResult whyNotChanged(const Calendar* calendar, bool isKnown) const;
     CommandResult write(const std::string& path,
                         const std::function<EditResult(std::string_view)>& edit);
+    [[nodiscard]] SystemSeconds untilOf(const HostCommand& command);
     EditContext editContext();
 
     CommandWorld& m_world;

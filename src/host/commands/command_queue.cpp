@@ -96,6 +96,8 @@ bool CommandQueue::tryOne(const PendingCommand& command, const std::string& toke
     }
     if (result.state != State::Done) {
         tell(command, result);
+    } else if (!result.problem.empty()) {
+        m_messages.note(result.problem);
     }
     return result.state != State::Waits;
 }

@@ -40,6 +40,23 @@ PlatformData dataOfEnvironment() {
     return data;
 }
 
+/// A message of the bus takes no bytes that are no UTF-8, and an address may be typed anywhere.
+std::vector<std::string> asciiOf(const std::vector<std::string>& urls) {
+    constexpr const char* digits = "0123456789ABCDEF";
+    std::vector<std::string> encoded(urls.size());
+    for (std::size_t index = 0; index < urls.size(); ++index) {
+        for (const char byte : urls[index]) {
+            const auto code = static_cast<unsigned char>(byte);
+            if (code < 0x80U) {
+                encoded[index] += byte;
+            } else {
+                encoded[index] += {'%', digits[code >> 4U], digits[code & 0xFU]};
+            }
+        }
+    }
+    return encoded;
+}
+
 } // namespace
 
 CommandService::CommandService(sdbus::IConnection& connection, Received received)
@@ -79,7 +96,7 @@ bool sendToRunningHost(sdbus::IConnection& connection, const std::vector<std::st
             ->callMethod("Open")
             .onInterface(applicationInterface)
             .withTimeout(longestAnswer)
-            .withArguments(urls, dataOfEnvironment());
+            .withArguments(asciiOf(urls), dataOfEnvironment());
         return true;
     } catch (const sdbus::Error&) {
         return false;

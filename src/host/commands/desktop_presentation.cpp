@@ -104,6 +104,9 @@ bool DesktopPresentation::showSummary(const ItemSummary& summary, const std::str
 /// The page's path, or nothing when it could not be written.
 std::string DesktopPresentation::writePage(const ItemSummary& summary) const {
     std::error_code error;
+    if (m_pageFolder.empty()) {
+        return {};
+    }
     if (fs::create_directories(m_pageFolder, error)) {
         fs::permissions(m_pageFolder, fs::perms::owner_all, error);
     }
@@ -116,10 +119,12 @@ std::string DesktopPresentation::writePage(const ItemSummary& summary) const {
 
 std::string pageFolderOfUser() {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-    const bool isSet = runtime != nullptr && fs::path(runtime).is_absolute();
-    return isSet
-               ? (fs::path(runtime) / "plenzohost").string()
-               : (fs::temp_directory_path() / ("plenzohost-" + std::to_string(getuid()))).string();
+    if (runtime != nullptr && fs::path(runtime).is_absolute()) {
+        return (fs::path(runtime) / "plenzohost").string();
+    }
+    std::error_code error;
+    const fs::path shared = fs::temp_directory_path(error);
+    return error ? std::string() : (shared / ("plenzohost-" + std::to_string(getuid()))).string();
 }
 
 } // namespace plenzo

@@ -15,7 +15,8 @@ namespace {
 constexpr std::string_view schemeMark = "plenzoevent:";
 constexpr std::size_t longestUrl = 65'536;
 constexpr std::size_t longestUid = 2'048;
-constexpr std::int64_t farthestSnoozeSeconds = 100LL * 366 * 86'400;
+/// Since 2001. Whoever types more digits means "never", and does not mean to lose the alarm.
+constexpr std::int64_t farthestSnoozeSeconds = 1000LL * 366 * 86'400;
 
 using Fields = std::vector<std::string_view>;
 using Kind = HostCommand::Kind;
@@ -64,11 +65,14 @@ std::string unescaped(std::string_view text) {
 std::optional<SystemSeconds> snoozeEnd(std::string_view field) {
     std::int64_t seconds = 0;
     const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), seconds);
-    const bool isNumber = error == std::errc() && end == field.data() + field.size();
-    if (!isNumber || seconds < 0 || seconds > farthestSnoozeSeconds) {
+    const bool isTooLarge = error == std::errc::result_out_of_range && field.front() != '-';
+    const bool isNumber =
+        end == field.data() + field.size() && (error == std::errc() || isTooLarge);
+    if (!isNumber || seconds < 0) {
         return std::nullopt;
     }
-    return instantFromAgentSeconds(seconds);
+    return instantFromAgentSeconds(isTooLarge ? farthestSnoozeSeconds
+                                              : std::min(seconds, farthestSnoozeSeconds));
 }
 
 std::optional<HostCommand> snooze(const Fields& fields) {

@@ -72,9 +72,7 @@ SystemSeconds lastUseOf(const LocalEdit& edit) {
 } // namespace
 
 LocalEdits::LocalEdits(FileReplacement& files, std::string path, CalendarZone zone)
-    : m_files(files), m_path(std::move(path)), m_zone(std::move(zone)) {
-    load();
-}
+    : m_files(files), m_path(std::move(path)), m_zone(std::move(zone)) {}
 
 void LocalEdits::load() {
     for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
@@ -94,6 +92,17 @@ std::string LocalEdits::add(LocalEdit edit) {
         noteChange(m_edits.front());
         m_edits.erase(m_edits.begin());
     }
+    return save();
+}
+
+std::string LocalEdits::forget(const std::string& calendarFile) {
+    const auto isOfFile = [&](const LocalEdit& edit) {
+        return edit.target.occurrence.path == calendarFile;
+    };
+    if (std::erase_if(m_edits, isOfFile) == 0) {
+        return {};
+    }
+    ++m_versions[calendarFile];
     return save();
 }
 
@@ -132,14 +141,22 @@ std::string LocalEdits::amended(const std::string& calendarFile, std::string tex
         if (edit.target.occurrence.path != calendarFile) {
             continue;
         }
-        const EditContext context{edit.made, m_zone, uidsOf(edit)};
-        EditResult edited = edit.until ? snoozeAlarm(text, edit.target, *edit.until, context)
-                                       : acknowledgeAlarm(text, edit.target, context);
+        EditResult edited = applied(edit, text);
         if (edited.error.empty()) {
             text = std::move(edited.text);
         }
     }
     return text;
+}
+
+std::string LocalEdits::whyNotAdded(const LocalEdit& edit, std::string fileText) const {
+    return applied(edit, amended(edit.target.occurrence.path, std::move(fileText))).error;
+}
+
+EditResult LocalEdits::applied(const LocalEdit& edit, std::string_view text) const {
+    const EditContext context{edit.made, m_zone, uidsOf(edit)};
+    return edit.until ? snoozeAlarm(text, edit.target, *edit.until, context)
+                      : acknowledgeAlarm(text, edit.target, context);
 }
 
 std::string LocalEdits::save() {

@@ -7,6 +7,8 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -23,11 +25,23 @@ struct LocalEdit {
 /// it meanwhile. They go two days after they were of use.
 class LocalEdits final : public CalendarAmendments {
 public:
-    /// With what a former run left in the file. A file that is damaged counts as empty.
     LocalEdits(FileReplacement& files, std::string path, CalendarZone zone);
+
+    /// Takes up what a former run left in the file. A file that is damaged counts as empty.
+    void load();
+
+    /// In which floating times are meant from now on.
+    void setZone(CalendarZone zone) { m_zone = std::move(zone); }
+
+    /// Why the edit does not fit this text of its file, or an empty text.
+    [[nodiscard]] std::string whyNotAdded(const LocalEdit& edit, std::string fileText) const;
 
     /// Returns why it could not be written down, or an empty text; it counts in any case.
     std::string add(LocalEdit edit);
+
+    /// The edits of this file are in its text now. Returns why that could not be written down, or
+    /// an empty text.
+    std::string forget(const std::string& calendarFile);
 
     /// The text with the changes; those that do not fit any more are left out.
     [[nodiscard]] std::string amended(const std::string& calendarFile,
@@ -35,7 +49,7 @@ public:
     [[nodiscard]] std::size_t version(const std::string& calendarFile) const override;
 
 private:
-    void load();
+    [[nodiscard]] EditResult applied(const LocalEdit& edit, std::string_view text) const;
     std::string save();
     void forgetOld(SystemSeconds now);
     void noteChange(const LocalEdit& edit);

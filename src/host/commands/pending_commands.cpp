@@ -31,11 +31,6 @@ std::optional<PendingCommand> commandFrom(const Dictionary& dictionary) {
 
 } // namespace
 
-PendingCommands::PendingCommands(FileReplacement& files, std::string path)
-    : m_files(files), m_path(std::move(path)) {
-    load();
-}
-
 void PendingCommands::load() {
     for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
         auto command = commandFrom(dictionary);

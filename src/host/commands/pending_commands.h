@@ -4,6 +4,7 @@
 #include "host/files/file_replacement.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -20,8 +21,11 @@ struct PendingCommand {
 /// outlive the program and a loss of power.
 class PendingCommands {
 public:
-    /// With what a former run left in the file. A file that is damaged counts as empty.
-    PendingCommands(FileReplacement& files, std::string path);
+    PendingCommands(FileReplacement& files, std::string path)
+        : m_files(files), m_path(std::move(path)) {}
+
+    /// Takes up what a former run left in the file. A file that is damaged counts as empty.
+    void load();
 
     [[nodiscard]] const std::vector<PendingCommand>& all() const { return m_commands; }
 
@@ -33,7 +37,6 @@ public:
     std::string remove(const std::string& id);
 
 private:
-    void load();
     std::string save();
 
     FileReplacement& m_files;

@@ -30,7 +30,7 @@ public:
     const CalendarSet& calendars() override {
         m_set = loadCalendars({m_folder.file("calendars")});
         for (Calendar& calendar : m_set.calendars) {
-            calendar.isReadOnly = calendar.isReadOnly || calendar.title == "fixed";
+            calendar.isReadOnly = calendar.isReadOnly || calendar.title == fixedTitle;
         }
         return m_set;
     }
@@ -39,13 +39,14 @@ public:
     SystemSeconds now() override { return moment; }
     CalendarZone zone() override { return CalendarZone(systemZoneNamed("Europe/Berlin").value()); }
     std::string zoneName() override { return "Europe/Berlin"; }
-    void noteLocalEdit(const std::string& calendarFile) override {
-        editedLocally.push_back(fs::path(calendarFile).filename().string());
+    void noteEdit(const std::string& calendarFile) override {
+        edited.push_back(fs::path(calendarFile).filename().string());
     }
 
     Configuration settings;
+    std::string fixedTitle = "fixed"; // of the read-only calendar
     SystemSeconds moment = instant("2026-03-12T09:00:00Z");
-    std::vector<std::string> editedLocally;
+    std::vector<std::string> edited;
 
 private:
     const TemporaryFolder& m_folder;
@@ -156,6 +157,16 @@ TEST_F(ACommandQueue, ChangesTheFiles) {
     EXPECT_THAT(pending.all(), IsEmpty());
 }
 
+TEST_F(ACommandQueue, SnoozesIntoTheFutureHoweverLateTheCommandComes) {
+    for (const std::string calendar : {"work", "fixed"}) {
+        receive("snooze/" + bell(calendar) + "/1000");
+    }
+    const std::string soon = "TRIGGER;VALUE=DATE-TIME:20260312T090002Z";
+    EXPECT_THAT(text(), HasSubstr(soon));
+    EXPECT_THAT(localEdits.amended(path("fixed"), text("fixed")), HasSubstr(soon));
+    EXPECT_THAT(told, IsEmpty());
+}
+
 TEST_F(ACommandQueue, ShowsItemsAndTheConfiguration) {
     const std::string event = uid("work", "work~20260312T100000Z");
     receive("show/" + event);
@@ -164,6 +175,8 @@ TEST_F(ACommandQueue, ShowsItemsAndTheConfiguration) {
     receive("show/" + event);
     EXPECT_THAT(presentation.shown,
                 ElementsAre("file work.ics token", "summary work token", "summary work token"));
+    world.settings.calendars.emplace_back().path = folder.file("it's \"\\so");
+    fs::copy(path("work"), world.settings.calendars.back().path);
     receive("prefs/general");
     EXPECT_THAT(told, ElementsAre(HasSubstr("no program can open")));
     presentation.hasPrograms = true;
@@ -171,8 +184,9 @@ TEST_F(ACommandQueue, ShowsItemsAndTheConfiguration) {
     EXPECT_EQ(presentation.shown.back(), "text c.toml token");
     const Configuration made = loadConfiguration(folder.file("config/c.toml"));
     EXPECT_THAT(made.problems, IsEmpty());
-    ASSERT_EQ(made.calendars.size(), 1U);
+    ASSERT_EQ(made.calendars.size(), 2U);
     EXPECT_EQ(made.calendars[0].path, path("work"));
+    EXPECT_EQ(made.calendars[1].path, world.settings.calendars[1].path);
 }
 
 TEST_F(ACommandQueue, KeepsWhatCannotBeWrittenAndTellsItOnce) {
@@ -185,6 +199,7 @@ TEST_F(ACommandQueue, KeepsWhatCannotBeWrittenAndTellsItOnce) {
                                                  HasSubstr("tried again"))));
     EXPECT_EQ(pending.all().size(), 1U);
     PendingCommands ofNextRun(disk, folder.file("state/commands"));
+    ofNextRun.load();
     EXPECT_EQ(ofNextRun.all().size(), 1U);
     queue.tryAgain();
     EXPECT_THAT(text(), HasSubstr("ACKNOWLEDGED:"));
@@ -227,11 +242,33 @@ TEST_F(ACommandQueue, KeepsWhatIsDoneWithAnAlarmOfAReadOnlyCalendarBesideIt) {
     EXPECT_EQ(text("fixed"), before);
     EXPECT_THAT(localEdits.amended(path("fixed"), before),
                 HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T130000Z"));
-    EXPECT_THAT(world.editedLocally, ElementsAre("fixed.ics"));
+    EXPECT_THAT(world.edited, ElementsAre("fixed.ics"));
     EXPECT_THAT(told, IsEmpty());
     disk.failingStep = 7; // after the command itself was written down
     receive("acknowledge/" + bell("fixed"));
     EXPECT_THAT(told, ElementsAre(HasSubstr("remembered until the program ends only")));
+}
+
+TEST_F(ACommandQueue, WritesWhatWasKeptBesideACalendarOnceItCanBeWritten) {
+    const std::string before = text("fixed");
+    receive("snooze/" + bell("fixed") + "/795013200");
+    const std::string amended = localEdits.amended(path("fixed"), before);
+    world.fixedTitle.clear();
+    receive("edit/" + toDo("fixed") + "/completed/YES");
+    EXPECT_THAT(text("fixed"), HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T130000Z"));
+    EXPECT_THAT(text("fixed"), HasSubstr("STATUS:COMPLETED"));
+    EXPECT_EQ(localEdits.amended(path("fixed"), before), before);
+    EXPECT_NE(amended, before);
+}
+
+TEST_F(ACommandQueue, SaysThatAReadOnlyCalendarTakesNoEdit) {
+    const std::string url = "snooze/" + bell("fixed") + "/795013200";
+    const std::string whole = text("fixed");
+    put("fixed", whole.substr(0, whole.find("END:VCALENDAR")));
+    receive(url);
+    EXPECT_THAT(told, ElementsAre(testing::AllOf(HasSubstr("could not be snoozed"),
+                                                 HasSubstr("fixed.ics: "))));
+    EXPECT_THAT(world.edited, IsEmpty());
 }
 
 TEST_F(ACommandQueue, MakesANewItemOnceWhateverWasCutShort) {

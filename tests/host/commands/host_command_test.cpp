@@ -24,6 +24,8 @@ TEST(AHostCommand, IsReadFromItsUrl) {
         EXPECT_EQ(command->uid, uid) << url;
     }
     EXPECT_EQ(readHostCommand(std::get<0>(rows[0]))->until, instant("2001-01-01T00:10:00Z"));
+    EXPECT_EQ(readHostCommand("plenzoevent://snooze/r/99999999999999999999")->until,
+              readHostCommand("plenzoevent://snooze/r/31622400000")->until); // the year 3003
     EXPECT_EQ(readHostCommand(std::get<0>(rows[2]))->completion, Completion::Undone);
 }
 
@@ -44,8 +46,7 @@ TEST(AHostCommand, IsNothingElse) {
          {std::string(), std::string("plenzoevent"), std::string("plenzoevent:"),
           std::string("plenzoevent://snooze/r"), std::string("plenzoevent://snooze/r/"),
           std::string("plenzoevent://snooze/r/1.5"), std::string("plenzoevent://snooze/r/-1"),
-          std::string("plenzoevent://snooze/r/99999999999999999999"),
-          std::string("plenzoevent://snooze/r/9999999999"),
+          std::string("plenzoevent://snooze/r/99999999999999999999x"),
           std::string("plenzoevent://acknowledge/"), std::string("plenzoevent://acknowledge/r/s"),
           std::string("plenzoevent://edit/e/title/YES"),
           std::string("plenzoevent://edit/e/completed/yes"),

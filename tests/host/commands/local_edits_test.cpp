@@ -58,7 +58,8 @@ TEST_F(LocalEditsOfACalendar, SnoozeAndAcknowledgeWithoutTouchingTheFile) {
 TEST_F(LocalEditsOfACalendar, OutliveTheProgramAndWhatTheFileWas) {
     edit("2026-03-12T10:00:10Z", "2026-03-12T10:10:00Z");
     BreakableFiles disk;
-    const LocalEdits ofNextRun(disk, folder.file("state/local-edits"), zone);
+    LocalEdits ofNextRun(disk, folder.file("state/local-edits"), zone);
+    ofNextRun.load();
     EXPECT_EQ(ofNextRun.amended("/c.ics", text), edited());
     const std::string without = fileAround("");
     EXPECT_EQ(ofNextRun.amended("/c.ics", without), without);

@@ -24,7 +24,8 @@ protected:
     std::vector<std::string> idsAfterRestart() {
         BreakableFiles disk;
         std::vector<std::string> ids;
-        const PendingCommands ofNextRun(disk, path);
+        PendingCommands ofNextRun(disk, path);
+        ofNextRun.load();
         for (const PendingCommand& pending : ofNextRun.all()) {
             EXPECT_EQ(pending.received, instant("2026-03-01T09:00:00Z"));
             EXPECT_EQ(pending.url, command(pending.url.substr(14), "").url);
