@@ -1,5 +1,7 @@
 #include "host/store/calendar_store.h"
 
+#include "host/files/file_paths.h"
+
 #include <algorithm>
 #include <iterator>
 #include <unordered_set>
@@ -35,6 +37,16 @@ void CalendarStore::update(const PathChanges& changes) {
         for (StoredPath& path : source.paths) {
             auto problems = path.takeProblems();
             std::move(problems.begin(), problems.end(), std::back_inserter(m_set.problems));
+        }
+    }
+    assemble();
+}
+
+void CalendarStore::noteWritten(const std::string& path) {
+    const std::set<std::string> spellings = {absolutePath(path), canonicalPath(path)};
+    for (StoredSource& source : m_sources) {
+        for (StoredPath& stored : source.paths) {
+            stored.lookAt(spellings);
         }
     }
     assemble();

@@ -4,6 +4,7 @@
 #include "host/store/calendar_set.h"
 #include "host/store/path_watch.h"
 
+#include <string>
 #include <vector>
 
 namespace plenzo {
@@ -20,6 +21,10 @@ public:
 
     /// Reads what may have changed. A calendar that several sources name counts once.
     void update(const PathChanges& changes);
+
+    /// Reads a file that has just been written or removed by this program, so that the calendars
+    /// hold what it holds now, without waiting for word of it. The next update has its problems.
+    void noteWritten(const std::string& path);
 
     /// With the problems of what the last update read. Stays where it is.
     const CalendarSet& calendars() const { return m_set; }

@@ -126,10 +126,11 @@ bool StoredPath::lookAtFile(const std::string& absolutePath) {
     const std::string name = parts.filename().string();
     const std::string parent = parts.parent_path().string();
     for (StoredFolder& folder : m_folders) {
-        if (folder.absolutePath == parent && isFolderDescription(name)) {
+        const bool isHere = folder.absolutePath == parent || folder.folder.realPath == parent;
+        if (isHere && isFolderDescription(name)) {
             return false;
         }
-        if (folder.absolutePath == parent && isCalendarFileName(name)) {
+        if (isHere && isCalendarFileName(name)) {
             return lookAtFileIn(folder, name);
         }
     }
