@@ -21,6 +21,7 @@ struct CalendarFile {
     std::size_t amendmentVersion = 0;
     bool isWritable = false;
     bool isCalendar = false; // it could be read, and is one
+    bool isWhole = false;    // it ends as a calendar does
     bool holdsOneItem = false;
     std::string title; // what it calls itself, if it does
     std::optional<std::uint32_t> color;

@@ -12,7 +12,7 @@ public:
     explicit OneShotTimer(int clock);
 
     [[nodiscard]] int descriptor() const { return m_timer.get(); }
-    /// In place of when it was to be before.
+    /// In place of when it was to be before; 0 for never.
     void expireIn(int milliseconds);
     /// At that date of the clock, also when somebody sets it; a clock that is set makes it expire
     /// too, since the date may be another one then.

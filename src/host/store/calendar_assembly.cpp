@@ -1,6 +1,5 @@
 #include "host/store/calendar_assembly.h"
 
-#include "host/files/file_paths.h"
 #include "host/ical/color_names.h"
 #include "host/ical/identifiers.h"
 
@@ -14,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Files = std::vector<CalendarFilePointer>;
+using Files = std::vector<StoredFile>;
 
 Calendar emptyCalendar(const std::string& realPath, const std::string& title,
                        const std::optional<std::uint32_t>& color) {
@@ -25,7 +24,8 @@ Calendar emptyCalendar(const std::string& realPath, const std::string& title,
     return calendar;
 }
 
-Calendar calendarOfFile(const CalendarFilePointer& file, const std::string& realPath) {
+Calendar calendarOfFile(const StoredFile& stored, const std::string& realPath) {
+    const CalendarFilePointer& file = stored.file;
     Calendar calendar = emptyCalendar(
         realPath, file->title.empty() ? fs::path(file->path).stem().string() : file->title,
         file->color);
@@ -34,14 +34,15 @@ Calendar calendarOfFile(const CalendarFilePointer& file, const std::string& real
     return calendar;
 }
 
-Calendar calendarOfFolder(const CalendarFolder& folder, Files files) {
+Calendar calendarOfFolder(const CalendarFolder& folder, const Files& files) {
     const std::string name = fs::path(folder.realPath).filename();
     Calendar calendar =
         emptyCalendar(folder.realPath, folder.displayName.empty() ? name : folder.displayName,
                       colorFromText(folder.color));
-    calendar.isReadOnly =
-        std::any_of(files.begin(), files.end(), [](const auto& file) { return !file->isWritable; });
-    calendar.files = std::move(files);
+    for (const StoredFile& stored : files) {
+        calendar.isReadOnly = calendar.isReadOnly || !stored.file->isWritable;
+        calendar.files.push_back(stored.file);
+    }
     return calendar;
 }
 
@@ -57,12 +58,9 @@ public:
     }
 
     void add(const StoredPath& path) {
-        const CalendarFilePointer& file = path.file();
-        if (file && file->isCalendar) {
-            const std::string realPath = canonicalPath(file->path);
-            if (isNew(realPath)) {
-                m_calendars.push_back(calendarOfFile(file, realPath));
-            }
+        const StoredFile& stored = path.file();
+        if (stored.file && stored.file->isCalendar && isNew(stored.realPath)) {
+            m_calendars.push_back(calendarOfFile(stored, stored.realPath));
         }
         for (const StoredFolder& folder : path.folders()) {
             if (!folder.files.empty()) {
@@ -78,35 +76,35 @@ private:
         return !m_mayRepeat || m_known.insert(realPath).second;
     }
 
-    // Only where there are links does a file's real path have to be found out.
-    static std::string realPathOf(const StoredFolder& folder, const CalendarFile& file) {
-        return folder.folder.hasLinks
-                   ? canonicalPath(file.path)
-                   : (fs::path(folder.folder.realPath) / fs::path(file.path).filename()).string();
+    static std::string realPathOf(const StoredFolder& folder, const StoredFile& stored) {
+        const fs::path name = fs::path(stored.file->path).filename();
+        return stored.realPath.empty() ? (fs::path(folder.folder.realPath) / name).string()
+                                       : stored.realPath;
     }
 
     Files calendarFilesOf(const StoredFolder& folder) {
         Files files;
         files.reserve(folder.files.size());
-        for (const CalendarFilePointer& file : folder.files) {
-            if (file->isCalendar && (!m_mayRepeat || isNew(realPathOf(folder, *file)))) {
-                files.push_back(file);
+        for (const StoredFile& stored : folder.files) {
+            if (stored.file->isCalendar && (!m_mayRepeat || isNew(realPathOf(folder, stored)))) {
+                files.push_back(stored);
             }
         }
         return files;
     }
 
     void addFolder(const StoredFolder& folder) {
-        Files files = calendarFilesOf(folder);
+        const Files files = calendarFilesOf(folder);
         const bool areSingles =
-            files.size() > 1 && std::all_of(files.begin(), files.end(),
-                                            [](const auto& file) { return file->holdsOneItem; });
+            files.size() > 1 && std::all_of(files.begin(), files.end(), [](const auto& stored) {
+                return stored.file->holdsOneItem;
+            });
         if (folder.folder.isCollection() || areSingles) {
-            m_calendars.push_back(calendarOfFolder(folder.folder, std::move(files)));
+            m_calendars.push_back(calendarOfFolder(folder.folder, files));
             return;
         }
-        for (const CalendarFilePointer& file : files) {
-            m_calendars.push_back(calendarOfFile(file, realPathOf(folder, *file)));
+        for (const StoredFile& stored : files) {
+            m_calendars.push_back(calendarOfFile(stored, realPathOf(folder, stored)));
         }
     }
 

@@ -3,10 +3,13 @@
 #include "host/files/file_text.h"
 #include "host/ical/calendar_text.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <ctime>
+#include <string_view>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -27,6 +30,14 @@ bool haveOneUid(const std::vector<CalendarItem>& items) {
     return !items.empty() && std::all_of(items.begin(), items.end(), [&](const CalendarItem& item) {
         return item.uid == items.front().uid;
     });
+}
+
+/// A file that is still being written, or could not be written to its end, is cut short.
+bool endsCalendar(std::string_view text) {
+    constexpr std::string_view end = "END:VCALENDAR";
+    text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+    return text.size() >= end.size() &&
+           strncasecmp(text.data() + text.size() - end.size(), end.data(), end.size()) == 0;
 }
 
 void take(CalendarText text, CalendarFile& file) {
@@ -80,6 +91,7 @@ CalendarFilePointer readCalendarFile(const std::string& path,
     file->hasLastingStamp = isLasting(read.stamp, before);
     file->isWritable = read.isWritable;
     if (read.error.empty()) {
+        file->isWhole = endsCalendar(read.text);
         file->amendmentVersion = versionOf(path, amendments);
         take(readCalendarText(amendments == nullptr
                                   ? read.text

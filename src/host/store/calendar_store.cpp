@@ -1,7 +1,11 @@
 #include "host/store/calendar_store.h"
 
+#include "host/files/file_paths.h"
+
 #include <algorithm>
 #include <iterator>
+#include <set>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
@@ -29,26 +33,92 @@ void CalendarStore::setSources(const std::vector<CalendarSource>& sources) {
 }
 
 void CalendarStore::update(const PathChanges& changes) {
-    m_set.problems.clear();
+    const SteadyTime now = m_clock();
     for (StoredSource& source : m_sources) {
-        look(source, changes);
-        for (StoredPath& path : source.paths) {
-            auto problems = path.takeProblems();
-            std::move(problems.begin(), problems.end(), std::back_inserter(m_set.problems));
+        look(source, changes, now);
+    }
+    followMovedFiles(now);
+    takeProblems();
+    assemble();
+    waitForGraceEnd(now);
+}
+
+void CalendarStore::noteWritten(const std::string& path) {
+    const std::set<std::string> spellings = {absolutePath(path), canonicalPath(path)};
+    for (StoredSource& source : m_sources) {
+        for (StoredPath& stored : source.paths) {
+            stored.lookAt(spellings, m_clock());
         }
     }
     assemble();
 }
 
-void CalendarStore::look(StoredSource& source, const PathChanges& changes) {
+void CalendarStore::look(StoredSource& source, const PathChanges& changes, SteadyTime now) {
     const bool isNew = std::exchange(source.isNew, false);
     for (StoredPath& path : source.paths) {
         if (isNew || changes.isAnything) {
-            path.lookAtEverything();
+            path.lookAtEverything(now);
         } else {
-            path.lookAt(changes.paths);
+            path.lookAt(changes.paths, now);
         }
     }
+}
+
+/// A file that was given another name does not count under the old one beside it.
+void CalendarStore::followMovedFiles(SteadyTime now) {
+    std::vector<CalendarFilePointer> newFiles;
+    std::set<std::string_view> uids;
+    for (StoredSource& source : m_sources) {
+        for (StoredPath& path : source.paths) {
+            for (CalendarFilePointer& file : path.takeNewFiles()) {
+                newFiles.push_back(std::move(file));
+            }
+        }
+    }
+    if (newFiles.empty() || !earliestGraceEnd()) {
+        return;
+    }
+    for (const CalendarFilePointer& file : newFiles) {
+        for (const CalendarItem& item : file->items) {
+            uids.insert(item.uid);
+        }
+    }
+    for (StoredSource& source : m_sources) {
+        for (StoredPath& path : source.paths) {
+            path.grace().endForMoved(uids);
+            path.lookAt({}, now);
+        }
+    }
+}
+
+void CalendarStore::takeProblems() {
+    m_set.problems.clear();
+    for (StoredSource& source : m_sources) {
+        for (StoredPath& path : source.paths) {
+            auto problems = path.takeProblems();
+            std::move(problems.begin(), problems.end(), std::back_inserter(m_set.problems));
+        }
+    }
+}
+
+std::optional<SteadyTime> CalendarStore::earliestGraceEnd() const {
+    std::optional<SteadyTime> earliest;
+    for (const StoredSource& source : m_sources) {
+        for (const StoredPath& path : source.paths) {
+            const auto end = path.grace().nextEnd();
+            earliest = end ? std::min(earliest.value_or(*end), *end) : earliest;
+        }
+    }
+    return earliest;
+}
+
+void CalendarStore::waitForGraceEnd(SteadyTime now) {
+    constexpr SteadyTime never{0};
+    constexpr SteadyTime soonest{1};
+    const auto end = earliestGraceEnd();
+    const SteadyTime wait = end ? std::max(*end - now, soonest) : never;
+    m_graceEnd.acknowledge();
+    m_graceEnd.expireIn(static_cast<int>(wait.count()));
 }
 
 void CalendarStore::assemble() {

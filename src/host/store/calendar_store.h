@@ -1,9 +1,15 @@
 #pragma once
 
+#include "host/loop/one_shot_timer.h"
 #include "host/store/calendar_assembly.h"
 #include "host/store/calendar_set.h"
+#include "host/store/file_grace.h"
 #include "host/store/path_watch.h"
 
+#include <ctime>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -14,12 +20,22 @@ public:
     CalendarStore() = default;
     /// The amendments outlive it.
     explicit CalendarStore(const CalendarAmendments& amendments) : m_amendments(&amendments) {}
+    explicit CalendarStore(SteadyClock clock) : m_clock(std::move(clock)) {}
 
     /// From now on the calendars are of these sources.
     void setSources(const std::vector<CalendarSource>& sources);
 
     /// Reads what may have changed. A calendar that several sources name counts once.
+    /// Files that are away or damaged count as they were for a moment (see `FileGrace`).
     void update(const PathChanges& changes);
+
+    /// Becomes readable when such a moment ends: an update then takes note of that, and of nothing
+    /// else where there are no changes.
+    [[nodiscard]] int descriptor() const { return m_graceEnd.descriptor(); }
+
+    /// Reads a file that has just been written by this program, so that the calendars
+    /// hold what it holds now, without waiting for word of it. The next update has its problems.
+    void noteWritten(const std::string& path);
 
     /// With the problems of what the last update read. Stays where it is.
     const CalendarSet& calendars() const { return m_set; }
@@ -31,10 +47,16 @@ private:
         bool isNew = true;
     };
 
-    static void look(StoredSource& source, const PathChanges& changes);
+    static void look(StoredSource& source, const PathChanges& changes, SteadyTime now);
+    void followMovedFiles(SteadyTime now);
+    void takeProblems();
     void assemble();
+    [[nodiscard]] std::optional<SteadyTime> earliestGraceEnd() const;
+    void waitForGraceEnd(SteadyTime now);
 
     const CalendarAmendments* m_amendments = nullptr;
+    SteadyClock m_clock = steadyTime;
+    OneShotTimer m_graceEnd{CLOCK_MONOTONIC};
     std::vector<StoredSource> m_sources;
     CalendarSet m_set;
 };

@@ -3,6 +3,7 @@
 #include "host/ical/calendar.h"
 #include "host/store/calendar_amendments.h"
 #include "host/store/calendar_folder.h"
+#include "host/store/file_grace.h"
 
 #include <set>
 #include <string>
@@ -10,37 +11,53 @@
 
 namespace plenzo {
 
+/// What counts of a file, which may have gone a moment ago.
+struct StoredFile {
+    CalendarFilePointer file; // null for none
+    std::string realPath;     // when it was last there
+};
+
 /// A folder with what was read of its files: `folder.files` is empty, `files` are in its place.
 struct StoredFolder {
     CalendarFolder folder;
     std::string absolutePath;
-    std::vector<CalendarFilePointer> files; // by their paths
+    std::vector<StoredFile> files; // by their paths
 };
 
 /// A path of the configuration with everything that was read there. Reads a file again only when it
-/// may have changed, and keeps the others.
+/// may have changed, and keeps the others, also those that are away for a moment.
 class StoredPath {
 public:
     /// The amendments, which may be null, outlive it.
     StoredPath(const std::string& path, const CalendarAmendments* amendments);
 
     /// Looks at every folder and every file: at first, and when anything may have changed.
-    void lookAtEverything();
+    void lookAtEverything(SteadyTime now);
 
     /// Reads the files at these absolute paths again, those that are of this path.
-    void lookAt(const std::set<std::string>& absolutePaths);
+    void lookAt(const std::set<std::string>& absolutePaths, SteadyTime now);
 
-    /// Where the path names a file; else null.
-    const CalendarFilePointer& file() const { return m_file; }
+    /// Where the path names a file; else of no file.
+    const StoredFile& file() const { return m_file; }
     const std::vector<StoredFolder>& folders() const { return m_folders; }
 
     /// What was wrong with what was read since the last time.
     std::vector<std::string> takeProblems();
 
+    /// The files that have come since the last time.
+    std::vector<CalendarFilePointer> takeNewFiles();
+
+    /// What is away and counts all the same.
+    FileGrace& grace() { return m_grace; }
+    [[nodiscard]] const FileGrace& grace() const { return m_grace; }
+
 private:
-    CalendarFilePointer currentFile(const std::string& path, const CalendarFilePointer& known);
-    void noteProblems(const CalendarFilePointer& file, const CalendarFilePointer& known);
+    StoredFile counting(const std::string& path, const StoredFile& known,
+                        const CalendarFilePointer& found);
+    StoredFile currentFile(const std::string& path, const StoredFile& known);
+    void lookAtFolders(std::vector<CalendarFolder> found);
     StoredFolder storedFolder(CalendarFolder folder);
+    void keepMissingFiles(const std::vector<StoredFile>& known, std::vector<StoredFile>& files);
     const StoredFolder* knownFolder(const std::string& path) const;
     [[nodiscard]] bool mayLeadElsewhere() const;
     bool lookAtFile(const std::string& absolutePath);
@@ -49,9 +66,12 @@ private:
     const CalendarAmendments* m_amendments;
     std::string m_path;
     std::string m_absolutePath;
-    CalendarFilePointer m_file;
+    StoredFile m_file;
     std::vector<StoredFolder> m_folders;
+    FileGrace m_grace;
+    SteadyTime m_now{}; // of the look that goes on
     std::vector<std::string> m_problems;
+    std::vector<CalendarFilePointer> m_newFiles;
 };
 
 } // namespace plenzo
