@@ -135,15 +135,18 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
                               m_world.configuration().newItemAlarmSeconds});
     const std::string path = place.fileFor(command.id);
     const std::string error =
-        CalendarWriter(m_files).applyOrCreate(path, [&](std::string_view text) {
-            return withItem(text, component, command, m_world.zoneName());
-        });
+        CalendarWriter(m_files)
+            .applyOrCreate(path,
+                           [&](std::string_view text) {
+                               return withItem(text, component, command, m_world.zoneName());
+                           })
+            .error;
     return error.empty() ? CommandResult() : waits(path + ": " + error);
 }
 
 CommandResult CommandExecution::write(const std::string& path,
                                       const std::function<EditResult(std::string_view)>& edit) {
-    const std::string error = CalendarWriter(m_files).apply(path, edit);
+    const std::string error = CalendarWriter(m_files).apply(path, edit).error;
     return error.empty() ? CommandResult() : waits(path + ": " + error);
 }
 
@@ -170,9 +173,13 @@ CommandResult CommandExecution::openConfiguration(const std::string& token) {
     const std::string error =
         m_files.stamp(path).exists
             ? std::string()
-            : CalendarWriter(m_files).applyOrCreate(path, [this](std::string_view) {
-                  return EditResult{firstConfiguration(m_world.configuration()), {}};
-              });
+            : CalendarWriter(m_files)
+                  .applyOrCreate(
+                      path,
+                      [this](std::string_view) {
+                          return EditResult{firstConfiguration(m_world.configuration()), {}};
+                      })
+                  .error;
     if (!error.empty()) {
         return refused(path + ": " + error);
     }
