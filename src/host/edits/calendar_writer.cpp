@@ -61,7 +61,8 @@ WriteResult CalendarWriter::applyTo(const std::string& path, const TextEdit& edi
 CalendarWriter::Outcome CalendarWriter::replace(const std::string& path, const FoundFile& found,
                                                 const std::string& text, std::string& error) {
     const std::string beside = pathBeside(path);
-    error = m_files.writeThrough(beside, text, found.stamp.exists ? found.mode : modeOfNewFile);
+    const FileAttributes ofNewFile{modeOfNewFile};
+    error = m_files.writeThrough(beside, text, found.stamp.exists ? found.attributes : ofNewFile);
     if (!error.empty()) {
         m_files.remove(beside);
         return Outcome::Failed;

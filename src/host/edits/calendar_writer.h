@@ -20,8 +20,10 @@ struct WriteResult {
 };
 
 /// Changes a calendar file as a whole: at every moment its path holds the old text or the new one,
-/// also after a loss of power. A symbolic link stays one, and the mode is kept; other
-/// names of the same file (hard links) and access lists are not.
+/// also after a loss of power. A symbolic link stays one, and the mode, the group, access lists and
+/// other extended attributes are kept; so is the owner where the user may give files away. Nothing
+/// is written where somebody would lose access. Other names of the same file (hard links) stay with
+/// the old text.
 class CalendarWriter {
 public:
     explicit CalendarWriter(FileReplacement& files) : m_files(files) {}
