@@ -67,8 +67,7 @@ std::string setOwner(int descriptor, const FileOwner& owner, mode_t mode) {
     }
     constexpr auto sameUser = static_cast<uid_t>(-1);
     const bool hasOwner = owner.user == geteuid() || !needsItsOwner(mode);
-    const bool hasGroup =
-        fchown(descriptor, sameUser, owner.group) == 0 || !needsItsGroup(mode);
+    const bool hasGroup = fchown(descriptor, sameUser, owner.group) == 0 || !needsItsGroup(mode);
     return hasOwner && hasGroup ? "" : "its owner and group cannot be kept";
 }
 
