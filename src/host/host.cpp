@@ -268,16 +268,9 @@ std::string Host::configurationFile() {
                                                : m_options.configurationPath;
 }
 
-const CalendarSet& Host::calendars() {
-    if (std::exchange(m_hasUnreadChange, false)) {
-        m_store.update(m_ownChanges);
-    }
-    return m_store.calendars();
-}
-
 void Host::noteEdit(const std::string& calendarFile) {
     m_ownChanges.paths.insert(absolutePath(calendarFile));
-    m_hasUnreadChange = true;
+    m_store.noteWritten(calendarFile);
     m_ownChange.expireIn(1);
 }
 

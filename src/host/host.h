@@ -41,7 +41,7 @@ private:
     /// Whether the agent knows all events but those that have just changed.
     enum class AgentKnows { Nothing, OldEvents, Events };
 
-    const CalendarSet& calendars() override;
+    const CalendarSet& calendars() override { return m_store.calendars(); }
     const Configuration& configuration() override { return m_configuration; }
     std::string configurationFile() override;
     SystemSeconds now() override;
@@ -71,7 +71,6 @@ private:
     FileReplacementOnDisk m_files;
     LocalEdits m_localEdits;
     PathChanges m_ownChanges;
-    bool m_hasUnreadChange = false;
     OneShotTimer m_ownChange{CLOCK_MONOTONIC}; // a command is done before the agent is told
     CalendarStore m_store;
     AgentEvents m_events;

@@ -21,12 +21,12 @@ public:
         return m_disk.stamp(path);
     }
     std::string writeThrough(const std::string& path, const std::string& text,
-                             mode_t mode) override {
+                             const FileAttributes& attributes) override {
         if (fails()) { // a full disk: a part of it is there
-            m_disk.writeThrough(path, text.substr(0, text.size() / 2), mode);
+            m_disk.writeThrough(path, text.substr(0, text.size() / 2), attributes);
             return "No space left on device";
         }
-        return m_disk.writeThrough(path, text, mode);
+        return m_disk.writeThrough(path, text, attributes);
     }
     std::string moveTo(const std::string& from, const std::string& to, bool isNew) override {
         return fails() ? "Input/output error" : m_disk.moveTo(from, to, isNew);

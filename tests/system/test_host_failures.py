@@ -21,7 +21,7 @@ _IN_LOCKED_FOLDER = ["unshare", "--mount", "sh", "-c",
                      'mount -o remount,ro "$0" && exec "$@"']
 
 # What a change of a file is made of, and how often at most.
-_STEPS = {"openat": 40, "write": 12, "fchmod": 3, "fsync": 6, "rename": 4, "renameat2": 2, "unlink": 6}
+_STEPS = {"openat": 40, "write": 12, "fchown": 3, "fchmod": 3, "fsync": 6, "rename": 4, "renameat2": 2, "unlink": 6}
 
 
 def _can_mount():

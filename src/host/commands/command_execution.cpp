@@ -27,6 +27,10 @@ CommandResult waits(std::string why) {
     return {State::Waits, std::move(why)};
 }
 
+CommandResult doubtful(std::string why) {
+    return {State::Doubtful, std::move(why)};
+}
+
 /// It is there already when the program was killed before it could take note of that.
 EditResult withItem(std::string_view text, const std::string& component,
                     const PendingCommand& command, const std::string& zoneName) {
@@ -70,7 +74,8 @@ CommandResult CommandExecution::changeAlarm(const HostCommand& command) {
     const auto target = targets.alarm(command.uid);
     const Calendar* calendar = targets.calendar(command.uid);
     if (!target) {
-        return whyNotChanged(calendar, false);
+        const bool isGone = calendar != nullptr && command.kind == Kind::Acknowledge;
+        return isGone ? doubtful({}) : whyNotChanged(calendar, false);
     }
     const bool isSnooze = command.kind == Kind::Snooze;
     if (calendar->isReadOnly) {
@@ -123,7 +128,7 @@ CommandResult CommandExecution::whyNotChanged(const Calendar* calendar, bool isK
         return waits("its calendar is not there");
     }
     return isKnown ? refused("the calendar \"" + calendar->title + "\" is read-only")
-                   : refused("it is not in the calendar \"" + calendar->title + "\" any more");
+                   : doubtful("it is not in the calendar \"" + calendar->title + "\" any more");
 }
 
 CommandResult CommandExecution::makeItem(const PendingCommand& command) {
@@ -139,12 +144,12 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
         componentText(entry, {command.id, command.received, m_world.zoneName(),
                               m_world.configuration().newItemAlarmSeconds});
     const std::string path = place.fileFor(command.id);
-    const std::string error =
+    const WriteResult written =
         CalendarWriter(m_files).applyOrCreate(path, [&](std::string_view text) {
             return withItem(text, component, command, m_world.zoneName());
         });
-    if (!error.empty()) {
-        return waits(path + ": " + error);
+    if (!written.error.empty()) {
+        return waits(path + ": " + written.error);
     }
     m_world.noteEdit(path);
     return {};
@@ -153,11 +158,12 @@ CommandResult CommandExecution::makeItem(const PendingCommand& command) {
 /// The file was read-only once, if it has local edits: they are written with this one.
 CommandResult CommandExecution::write(const std::string& path,
                                       const std::function<EditResult(std::string_view)>& edit) {
-    const std::string error = CalendarWriter(m_files).apply(path, [&](std::string_view text) {
+    const WriteResult written = CalendarWriter(m_files).apply(path, [&](std::string_view text) {
         return edit(m_localEdits.amended(path, std::string(text)));
     });
-    if (!error.empty()) {
-        return waits(path + ": " + error);
+    if (!written.error.empty()) {
+        const std::string why = path + ": " + written.error;
+        return written.isForGood ? doubtful(why) : waits(why);
     }
     const std::string problem = m_localEdits.forget(path);
     m_world.noteEdit(path);
@@ -187,9 +193,13 @@ CommandResult CommandExecution::openConfiguration(const std::string& token) {
     const std::string error =
         m_files.stamp(path).exists
             ? std::string()
-            : CalendarWriter(m_files).applyOrCreate(path, [this](std::string_view) {
-                  return EditResult{firstConfiguration(m_world.configuration()), {}};
-              });
+            : CalendarWriter(m_files)
+                  .applyOrCreate(
+                      path,
+                      [this](std::string_view) {
+                          return EditResult{firstConfiguration(m_world.configuration()), {}};
+                      })
+                  .error;
     if (!error.empty()) {
         return refused(path + ": " + error);
     }

@@ -35,12 +35,15 @@ public:
 
 /// What has become of a command.
 struct CommandResult {
-    /// Waits: it may be carried out later, when a file can be written or is there again. Refused:
-    /// it never will be.
-    enum class State : std::uint8_t { Done, Waits, Refused };
+    /// Waits: it may be carried out later, when a file can be written or is there again. Doubtful:
+    /// not in what the files hold now, which somebody may be just writing. Refused: it never will
+    /// be.
+    enum class State : std::uint8_t { Done, Waits, Doubtful, Refused };
 
     State state = State::Done;
-    std::string problem; // for the user; of what is done, for whoever reads the log
+    /// For the user; of what is done, for whoever reads the log. Without one, what is doubtful need
+    /// not be done: an alarm is to be dismissed that is gone.
+    std::string problem;
 };
 
 /// Carries out commands: changes the calendar files, and opens what is to be shown.

@@ -16,6 +16,7 @@ using State = CommandResult::State;
 constexpr int firstRetrySeconds = 5;
 constexpr int longestRetrySeconds = 300;
 constexpr int millisecondsPerSecond = 1000;
+constexpr cctz::seconds longestDoubt{60};
 constexpr cctz::seconds longestWait{3 * 86'400};
 
 /// Only what changes something is worth keeping.
@@ -90,20 +91,24 @@ void CommandQueue::forget(const PendingCommand& command) {
 
 /// Whether nothing is left to be done.
 bool CommandQueue::tryOne(const PendingCommand& command, const std::string& token) {
-    CommandResult result = m_execution.execute(command, token);
-    if (result.state == State::Waits && isTooOld(command)) {
-        result.state = State::Refused;
-    }
-    if (result.state != State::Done) {
+    const CommandResult result = settled(m_execution.execute(command, token), command);
+    if (result.state == State::Waits || result.state == State::Refused) {
         tell(command, result);
-    } else if (!result.problem.empty()) {
+    } else if (result.state == State::Done && !result.problem.empty()) {
         m_messages.note(result.problem);
     }
-    return result.state != State::Waits;
+    return result.state == State::Done || result.state == State::Refused;
 }
 
-bool CommandQueue::isTooOld(const PendingCommand& command) {
-    return m_world.now() - command.received > longestWait;
+/// Nothing waits for ever.
+CommandResult CommandQueue::settled(CommandResult result, const PendingCommand& command) {
+    const auto age = m_world.now() - command.received;
+    if (result.state == State::Waits && age > longestWait) {
+        result.state = State::Refused;
+    } else if (result.state == State::Doubtful && age > longestDoubt) {
+        result.state = result.problem.empty() ? State::Done : State::Refused;
+    }
+    return result;
 }
 
 void CommandQueue::tell(const PendingCommand& command, const CommandResult& result) {

@@ -12,7 +12,8 @@ namespace plenzo {
 
 /// Takes the URLs of the agent and has them carried out in their order. A change that cannot be
 /// made yet stays: it is tried again when calendars change, after some seconds, and then at longer
-/// and longer intervals, up to three days. The user is told once.
+/// and longer intervals, up to three days. The user is told once. What the files do not hold is
+/// looked for a minute before the user is told.
 class CommandQueue {
 public:
     CommandQueue(CommandWorld& world, CommandExecution& execution, PendingCommands& pending,
@@ -32,7 +33,7 @@ private:
     void keep(const PendingCommand& command);
     void forget(const PendingCommand& command);
     bool tryOne(const PendingCommand& command, const std::string& token);
-    bool isTooOld(const PendingCommand& command);
+    [[nodiscard]] CommandResult settled(CommandResult result, const PendingCommand& command);
     void tell(const PendingCommand& command, const CommandResult& result);
     void waitForRetry();
 

@@ -113,7 +113,7 @@ std::string DesktopPresentation::writePage(const ItemSummary& summary) const {
     const std::string text = summaryPage(summary);
     const fs::path path = fs::path(m_pageFolder) / (stableHashText(text) + ".html");
     const bool isWritten =
-        FileReplacementOnDisk().writeThrough(path.string(), text, ofUserAlone).empty();
+        FileReplacementOnDisk().writeThrough(path.string(), text, {ofUserAlone}).empty();
     return isWritten ? path.string() : std::string();
 }
 

@@ -30,38 +30,39 @@ std::string whyNotEditable(const FoundFile& found, bool mayBeMissing) {
 
 } // namespace
 
-std::string CalendarWriter::apply(const std::string& path, const TextEdit& edit) {
+WriteResult CalendarWriter::apply(const std::string& path, const TextEdit& edit) {
     return applyTo(m_files.realPath(path), edit, WhenMissing::Fail);
 }
 
-std::string CalendarWriter::applyOrCreate(const std::string& path, const TextEdit& edit) {
+WriteResult CalendarWriter::applyOrCreate(const std::string& path, const TextEdit& edit) {
     return applyTo(m_files.realPath(path), edit, WhenMissing::Create);
 }
 
-std::string CalendarWriter::applyTo(const std::string& path, const TextEdit& edit,
+WriteResult CalendarWriter::applyTo(const std::string& path, const TextEdit& edit,
                                     WhenMissing whenMissing) {
     for (int tries = 0; tries < mostTries; ++tries) {
         const FoundFile found = m_files.read(path);
         std::string error = whyNotEditable(found, whenMissing == WhenMissing::Create);
         if (!error.empty()) {
-            return error;
+            return {error};
         }
         const EditResult edited = edit(found.text);
         if (!edited.error.empty() || (found.stamp.exists && edited.text == found.text)) {
-            return edited.error;
+            return {edited.error, !edited.error.empty()};
         }
         const Outcome outcome = replace(path, found, edited.text, error);
         if (outcome != Outcome::ChangedMeanwhile) {
-            return error;
+            return {error};
         }
     }
-    return "the file keeps changing";
+    return {"the file keeps changing"};
 }
 
 CalendarWriter::Outcome CalendarWriter::replace(const std::string& path, const FoundFile& found,
                                                 const std::string& text, std::string& error) {
     const std::string beside = pathBeside(path);
-    error = m_files.writeThrough(beside, text, found.stamp.exists ? found.mode : modeOfNewFile);
+    const FileAttributes ofNewFile{modeOfNewFile};
+    error = m_files.writeThrough(beside, text, found.stamp.exists ? found.attributes : ofNewFile);
     if (!error.empty()) {
         m_files.remove(beside);
         return Outcome::Failed;

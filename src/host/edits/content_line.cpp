@@ -144,6 +144,19 @@ bool ContentLine::isBlank() const {
     return m_bytes.find_first_not_of(whiteSpace) == std::string::npos;
 }
 
+ContentLine ContentLine::withoutByteOrderMark() const {
+    const bool isMarked = m_bytes.starts_with(byteOrderMark);
+    return ContentLine(isMarked ? m_bytes.substr(byteOrderMark.size()) : m_bytes);
+}
+
+ContentLine ContentLine::endedLike(const ContentLine& other) const {
+    if (m_bytes.ends_with('\n')) {
+        return *this;
+    }
+    const bool needsReturn = other.m_bytes.ends_with("\r\n") && !m_bytes.ends_with('\r');
+    return ContentLine(m_bytes + (needsReturn ? "\r\n" : "\n"));
+}
+
 std::string foldedLine(std::string_view content, std::string_view lineEnding) {
     std::string result;
     std::size_t limit = longestLineOctets;

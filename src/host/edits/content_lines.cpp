@@ -88,8 +88,17 @@ ContentComponent& ContentComponent::insertAmong(std::vector<Part>& parts,
     const auto found = std::find_if(parts.begin(), parts.end(), [&sibling](const Part& part) {
         return part.component.get() == &sibling;
     });
+    if (found != parts.end()) {
+        found->component->endLastLine();
+    }
     const auto place = found == parts.end() ? found : found + 1;
     return *parts.insert(place, Part{ContentLine(""), std::move(component)})->component;
+}
+
+void ContentComponent::endLastLine() {
+    if (m_end) {
+        m_end = m_end->endedLike(m_begin);
+    }
 }
 
 ContentComponent& ContentComponent::append(std::unique_ptr<ContentComponent> component) {
@@ -103,7 +112,7 @@ void ContentComponent::remove(const ContentComponent& component) {
 }
 
 std::unique_ptr<ContentComponent> ContentComponent::copy() const {
-    auto result = std::make_unique<ContentComponent>(m_begin, 0);
+    auto result = std::make_unique<ContentComponent>(m_begin.withoutByteOrderMark(), 0);
     for (const Part& part : m_parts) {
         result->m_parts.push_back({part.line, part.component ? part.component->copy() : nullptr});
     }

@@ -38,6 +38,12 @@ public:
 
     bool isBlank() const;
 
+    /// The same line for another place than the text's first: without byte order mark.
+    ContentLine withoutByteOrderMark() const;
+
+    /// The same line for another place than the text's last: ended as the other line is.
+    ContentLine endedLike(const ContentLine& other) const;
+
 private:
     std::string m_bytes;
     std::string m_name;
@@ -80,12 +86,13 @@ public:
     std::vector<ContentComponent*> components() const;
     std::vector<ContentComponent*> components(std::string_view name) const;
 
+    /// Behind a sibling that the text ends with, without a line ending, it gets one.
     ContentComponent& insertAfter(const ContentComponent& sibling,
                                   std::unique_ptr<ContentComponent> component);
     ContentComponent& append(std::unique_ptr<ContentComponent> component);
     void remove(const ContentComponent& component);
 
-    std::unique_ptr<ContentComponent> copy() const;
+    std::unique_ptr<ContentComponent> copy() const; // for another place in the text
     void appendTo(std::string& text) const;
     std::string text() const;
 
@@ -95,6 +102,8 @@ private:
 
     static ContentComponent& insertAmong(std::vector<Part>& parts, const ContentComponent& sibling,
                                          std::unique_ptr<ContentComponent> component);
+
+    void endLastLine();
 
     ContentLine m_begin;
     std::optional<ContentLine> m_end;

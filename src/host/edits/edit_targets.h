@@ -31,7 +31,8 @@ struct EditContext {
     std::function<std::string()> newUid;
 };
 
-/// The text after an edit, or why there is none.
+/// The text after an edit, or why there is none: then the same edit of the same text never
+/// succeeds.
 struct EditResult {
     std::string text;
     std::string error; // empty when it was done

@@ -17,8 +17,6 @@ namespace plenzo {
 
 namespace {
 
-constexpr mode_t permissionBits = 07777;
-
 std::string resultText(int result) {
     return result == 0 ? std::string() : std::string(std::strerror(errno));
 }
@@ -52,7 +50,7 @@ FoundFile FileReplacementOnDisk::read(const std::string& path) {
     }
     FileText file = readFileText(path);
     found.stamp = fileStamp(status);
-    found.mode = status.st_mode & permissionBits;
+    found.attributes = fileAttributesAt(path, status);
     found.isWritable = file.isWritable;
     found.error = std::move(file.error);
     found.text = std::move(file.text);
@@ -64,7 +62,7 @@ FileStamp FileReplacementOnDisk::stamp(const std::string& path) {
 }
 
 std::string FileReplacementOnDisk::writeThrough(const std::string& path, const std::string& text,
-                                                mode_t mode) {
+                                                const FileAttributes& attributes) {
     unlink(path.c_str()); // what a loss of power left
     const FileDescriptor file(open(
         path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
@@ -75,8 +73,8 @@ std::string FileReplacementOnDisk::writeThrough(const std::string& path, const s
     if (!error.empty()) {
         return error;
     }
-    const std::string modeError = resultText(fchmod(file.get(), mode));
-    return modeError.empty() ? resultText(fsync(file.get())) : modeError;
+    error = setFileAttributes(file.get(), attributes);
+    return error.empty() ? resultText(fsync(file.get())) : error;
 }
 
 std::string FileReplacementOnDisk::moveTo(const std::string& from, const std::string& to,

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "host/files/file_attributes.h"
 #include "host/files/file_stamp.h"
-
-#include <sys/types.h>
 
 #include <string>
 
@@ -12,7 +11,7 @@ namespace plenzo {
 struct FoundFile {
     FileStamp stamp; // taken before the text was read
     std::string text;
-    mode_t mode = 0;
+    FileAttributes attributes;
     bool isWritable = true;
     std::string error; // empty when it was read, or does not exist
 };
@@ -33,7 +32,7 @@ public:
 
     /// A new file with this text, written through to the disk. What stood there before goes.
     virtual std::string writeThrough(const std::string& path, const std::string& text,
-                                     mode_t mode) = 0;
+                                     const FileAttributes& attributes) = 0;
 
     /// Puts `from` at the place of `to`. With `isNew` nothing may stand there.
     virtual std::string moveTo(const std::string& from, const std::string& to, bool isNew) = 0;
@@ -51,7 +50,7 @@ public:
     FoundFile read(const std::string& path) override;
     FileStamp stamp(const std::string& path) override;
     std::string writeThrough(const std::string& path, const std::string& text,
-                             mode_t mode) override;
+                             const FileAttributes& attributes) override;
     std::string moveTo(const std::string& from, const std::string& to, bool isNew) override;
     void remove(const std::string& path) override;
     std::string syncFolder(const std::string& folder) override;

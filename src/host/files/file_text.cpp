@@ -1,5 +1,6 @@
 #include "host/files/file_text.h"
 
+#include "host/files/file_attributes.h"
 #include "linux/wire/file_descriptor.h"
 
 #include <fcntl.h>
@@ -8,6 +9,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
 
 namespace plenzo {
 
@@ -42,6 +47,31 @@ std::string readAll(const FileDescriptor& file, std::string& text) {
     return {};
 }
 
+// The mode counts too: to the superuser everything is writable.
+bool allowsWriting(const std::string& path, const struct stat& status, int access) {
+    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (status.st_mode & anyWriteBit) != 0 && ::access(path.c_str(), access) == 0;
+}
+
+/// That of the file itself, where the path is a link.
+std::string folderOfFile(const std::string& path) {
+    std::error_code error;
+    const bool isLink = fs::is_symlink(fs::symlink_status(path, error));
+    const fs::path real = isLink ? fs::weakly_canonical(path, error) : fs::path(path);
+    return real.has_parent_path() ? real.parent_path().string() : ".";
+}
+
+/// In a folder such as /tmp everybody may replace only what is theirs.
+bool isReplaceable(const struct stat& file, const std::string& folderPath) {
+    struct stat folder {};
+    if (stat(folderPath.c_str(), &folder) != 0 || !allowsWriting(folderPath, folder, W_OK | X_OK)) {
+        return false;
+    }
+    const uid_t user = geteuid();
+    return (folder.st_mode & S_ISVTX) == 0 || user == 0 || user == file.st_uid ||
+           user == folder.st_uid;
+}
+
 } // namespace
 
 FileText readFileText(const std::string& path, std::size_t mostBytes) {
@@ -59,8 +89,8 @@ FileText readFileText(const std::string& path, std::size_t mostBytes) {
 }
 
 bool isWritableFile(const std::string& path, const struct stat& status) {
-    constexpr mode_t anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
-    return (status.st_mode & anyWriteBit) != 0 && access(path.c_str(), W_OK) == 0;
+    return allowsWriting(path, status, W_OK) && canKeepOwner(status) &&
+           isReplaceable(status, folderOfFile(path));
 }
 
 } // namespace plenzo

@@ -228,11 +228,30 @@ TEST_F(ACommandQueue, WaitsForACalendarThatIsNotThereButNotForEver) {
 TEST_F(ACommandQueue, RefusesWhatNeverCanBe) {
     const std::string before = text("fixed");
     receive("edit/" + toDo("fixed") + "/completed/YES");
-    receive("acknowledge/" + uid("work", "gone~20260312T100000Z~bell"));
     receive("show/nothing");
     EXPECT_EQ(text("fixed"), before);
-    EXPECT_THAT(told, ElementsAre(HasSubstr("\"fixed\" is read-only"), HasSubstr("any more"),
-                                  HasSubstr("could not be shown")));
+    EXPECT_THAT(told,
+                ElementsAre(HasSubstr("\"fixed\" is read-only"), HasSubstr("could not be shown")));
+    EXPECT_THAT(pending.all(), IsEmpty());
+}
+
+TEST_F(ACommandQueue, LooksForAMinuteForWhatAHalfWrittenFileDoesNotHold) {
+    const std::string whole = text();
+    const std::string snooze = "snooze/" + bell("work") + "/795013200";
+    const std::string gone = uid("work", "gone~20260312T100000Z~bell");
+    put("work", calendarText("other"));
+    receive(snooze);
+    receive("snooze/" + gone + "/795013200");
+    receive("acknowledge/" + gone + "2"); // what is gone needs no dismissal
+    EXPECT_EQ(pending.all().size(), 3U);
+    put("work", whole);
+    queue.tryAgain();
+    EXPECT_THAT(text(), HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T130000Z"));
+    EXPECT_THAT(told, IsEmpty());
+    world.moment += cctz::seconds(61);
+    queue.tryAgain();
+    EXPECT_THAT(told, ElementsAre(testing::AllOf(HasSubstr("could not be snoozed"),
+                                                 HasSubstr("any more."))));
     EXPECT_THAT(pending.all(), IsEmpty());
 }
 

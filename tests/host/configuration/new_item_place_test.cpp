@@ -120,8 +120,7 @@ TEST_F(ANewItem, GoesNowhereWhenTheDefaultCannotBeWritten) {
               "the default calendar \"locked/c.ics\" lies in a folder in which nothing can "
               "be written");
     chosen.path = path("locked");
-    EXPECT_EQ(place(),
-              "the default calendar \"locked\" lies in a folder in which nothing can be written");
+    EXPECT_EQ(place(), "the default calendar \"locked\" is read-only");
     chosen.path = path("none");
     EXPECT_EQ(place(), "the default calendar \"none\" does not exist");
     chosen.path = "/dev/null";

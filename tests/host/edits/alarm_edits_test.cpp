@@ -102,6 +102,30 @@ TEST(AcknowledgingAnAlarm, OfASingleEventOrAnOverrideMarksItself) {
     EXPECT_THAT(twice, Not(HasSubstr("095501Z")));
 }
 
+TEST(SnoozingAnAlarm, OfAnEventThatIsAllOfItsFileKeepsWhatIsThere) {
+    const std::string mark = "\xEF\xBB\xBF";
+    for (const std::string newline : {"\n", "\r\n"}) {
+        std::string event;
+        for (const char* line :
+             {"BEGIN:VEVENT", "UID:e", "DTSTART:20260305T090000Z", "RRULE:FREQ=WEEKLY",
+              "BEGIN:VALARM", "UID:a", "ACTION:DISPLAY", "TRIGGER:-PT10M", "END:VALARM"}) {
+            event += line + newline;
+        }
+        event += "END:VEVENT";
+        for (const std::string& before : {event, mark + event, event + newline,
+                                          event + newline.substr(0, newline.size() - 1)}) {
+            const std::string after =
+                snoozed(before, ofTwelfth, "2026-03-12T09:30:00Z", "2026-03-12T08:51:00Z");
+            EXPECT_THAT(after, testing::StartsWith((before.starts_with(mark) ? mark : "") + event +
+                                                   newline + "BEGIN:VEVENT" + newline));
+            EXPECT_THAT(firings(after), ElementsAre("2026-03-05T09:00 at 2026-03-05T08:50",
+                                                    "2026-03-12T09:00 at 2026-03-12T09:30",
+                                                    "2026-03-19T09:00 at 2026-03-19T08:50",
+                                                    "2026-03-26T09:00 at 2026-03-26T08:50"));
+        }
+    }
+}
+
 TEST(SnoozingAnAlarm, OfASeriesGivesTheOccurrenceAnOverride) {
     const std::string before = weekly("", "EXDATE;TZID=Europe/Berlin:20260402T100000\n");
     const std::string after =

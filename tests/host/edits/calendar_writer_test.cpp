@@ -52,7 +52,7 @@ TEST_F(ACalendarWriter, ReplacesTheFileAndKeepsItsModeAndItsLink) {
     const std::string link = (m_folder / "link.ics").string();
     fs::create_symlink("c.ics", link);
     BreakableFiles files;
-    EXPECT_EQ(CalendarWriter(files).apply(link, appendNew), "");
+    EXPECT_EQ(CalendarWriter(files).apply(link, appendNew).error, "");
     EXPECT_EQ(text(), "old+new");
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(static_cast<unsigned>(fs::status(path).permissions()), 0640U);
@@ -68,7 +68,7 @@ TEST_F(ACalendarWriter, LeavesTheOldTextOrTheNewOneWhereverThePowerIsCut) {
         EXPECT_EQ(text(), step < 1 ? "old" : "old+new") << step;
         // What is left over stands in nobody's way.
         BreakableFiles whole;
-        EXPECT_EQ(CalendarWriter(whole).apply(path, appendNew), "");
+        EXPECT_EQ(CalendarWriter(whole).apply(path, appendNew).error, "");
         EXPECT_EQ(text(), step < 1 ? "old+new" : "old+new+new") << step;
         EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
     }
@@ -80,7 +80,9 @@ TEST_F(ACalendarWriter, SaysWhyAndKeepsTheOldFileWhereAStepFails) {
     for (const auto& [step, error] : rows) {
         BreakableFiles files;
         files.failingStep = step;
-        EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), error);
+        const WriteResult result = CalendarWriter(files).apply(path, appendNew);
+        EXPECT_EQ(result.error, error);
+        EXPECT_FALSE(result.isForGood);
         EXPECT_EQ(text(), "old");
         EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
     }
@@ -100,7 +102,7 @@ TEST_F(ACalendarWriter, AppliesTheEditAgainToAFileThatChangedMeanwhile) {
                 put(both);
             }
         };
-        EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), "");
+        EXPECT_EQ(CalendarWriter(files).apply(path, appendNew).error, "");
         EXPECT_EQ(text(), "old+theirs+theirs+new");
     }
 }
@@ -108,7 +110,7 @@ TEST_F(ACalendarWriter, AppliesTheEditAgainToAFileThatChangedMeanwhile) {
 TEST_F(ACalendarWriter, GivesUpOnAFileThatKeepsChanging) {
     BreakableFiles files;
     files.beforeStamp = [&] { put(text() + "!"); };
-    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew), "the file keeps changing");
+    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew).error, "the file keeps changing");
     EXPECT_EQ(text(), "old!!!!!");
     EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
 }
@@ -117,10 +119,10 @@ TEST_F(ACalendarWriter, WritesToNoReadOnlyAndNoMissingFile) {
     BreakableFiles files;
     CalendarWriter writer(files);
     chmod(path.c_str(), 0444);
-    EXPECT_EQ(writer.apply(path, appendNew), "is read-only");
+    EXPECT_EQ(writer.apply(path, appendNew).error, "is read-only");
     EXPECT_EQ(text(), "old");
-    EXPECT_NE(writer.apply(path + ".gone", appendNew), "");
-    EXPECT_NE(writer.apply(m_folder.string(), appendNew), "");
+    EXPECT_NE(writer.apply(path + ".gone", appendNew).error, "");
+    EXPECT_NE(writer.apply(m_folder.string(), appendNew).error, "");
     EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
 }
 
@@ -128,15 +130,18 @@ TEST_F(ACalendarWriter, WritesNothingWhenTheEditFailsOrChangesNothing) {
     BreakableFiles files;
     CalendarWriter writer(files);
     const FileStamp stamp = files.stamp(path);
-    EXPECT_EQ(writer.apply(path, [](auto) { return EditResult::failed("no"); }), "no");
-    EXPECT_EQ(writer.apply(path, [](auto text) { return EditResult{std::string(text), {}}; }), "");
+    const WriteResult refused = writer.apply(path, [](auto) { return EditResult::failed("no"); });
+    EXPECT_EQ(refused.error, "no");
+    EXPECT_TRUE(refused.isForGood);
+    const auto keepAll = [](std::string_view text) { return EditResult{std::string(text), {}}; };
+    EXPECT_EQ(writer.apply(path, keepAll).error, "");
     EXPECT_EQ(files.stamp(path), stamp);
 }
 
 TEST_F(ACalendarWriter, MakesANewFileButNeverOverOneThatAppeared) {
     const std::string fresh = (m_folder / "new.ics").string();
     BreakableFiles files;
-    EXPECT_EQ(CalendarWriter(files).applyOrCreate(fresh, appendNew), "");
+    EXPECT_EQ(CalendarWriter(files).applyOrCreate(fresh, appendNew).error, "");
     EXPECT_EQ(readFileText(fresh).text, "+new");
     fs::remove(path);
     int appearances = 1;
@@ -145,7 +150,7 @@ TEST_F(ACalendarWriter, MakesANewFileButNeverOverOneThatAppeared) {
             put("theirs");
         }
     };
-    EXPECT_EQ(CalendarWriter(files).applyOrCreate(path, appendNew), "");
+    EXPECT_EQ(CalendarWriter(files).applyOrCreate(path, appendNew).error, "");
     EXPECT_EQ(text(), "theirs+new");
 }
 
