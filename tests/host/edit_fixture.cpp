@@ -27,8 +27,8 @@ SystemSeconds startOf(const Dictionary& record, const CalendarZone& systemZone) 
 
 /// Calls for every reminder of every record in the window.
 template <typename Visitor>
-void visitReminders(const std::string& text, const ExpansionWindow& window, Visitor visit) {
-    const CalendarRecords records = calendarRecords(setOf(text).calendars[0], window);
+void visitReminders(const Calendar& calendar, const ExpansionWindow& window, Visitor visit) {
+    const CalendarRecords records = calendarRecords(calendar, window);
     for (const Value& value : records.records) {
         const Dictionary& record = *value.dictionary();
         const Array* reminders = record.arrayForKey("rem");
@@ -65,8 +65,12 @@ OccurrenceTarget occurrenceTarget(const std::string& text, const std::string& ev
 }
 
 std::vector<std::string> firingsIn(const std::string& text, const ExpansionWindow& window) {
+    return firingsIn(setOf(text).calendars[0], window);
+}
+
+std::vector<std::string> firingsIn(const Calendar& calendar, const ExpansionWindow& window) {
     std::vector<std::string> firings;
-    visitReminders(text, window, [&](const Dictionary& record, const Dictionary& entry) {
+    visitReminders(calendar, window, [&](const Dictionary& record, const Dictionary& entry) {
         const auto absolute = entry.dateForKey("abs");
         const auto relative = cctz::seconds(entry.integerForKey("rel"));
         const Date at = absolute.value_or(agentDate(startOf(record, window.systemZone) + relative));
@@ -83,7 +87,8 @@ std::vector<std::string> firingsIn(const std::string& text, const ExpansionWindo
 
 std::vector<std::string> reminderUidsIn(const std::string& text, const ExpansionWindow& window) {
     std::vector<std::string> uids;
-    visitReminders(text, window, [&](const Dictionary&, const Dictionary& entry) {
+    const Calendar calendar = setOf(text).calendars[0];
+    visitReminders(calendar, window, [&](const Dictionary&, const Dictionary& entry) {
         uids.emplace_back(entry.stringForKey("uid").value_or(""));
     });
     return uids;

@@ -22,6 +22,7 @@ OccurrenceTarget occurrenceTarget(const std::string& text, const std::string& ev
 /// "OCCURRENCE at TIME" in UTC for every alarm of the text that goes off in the window: not those
 /// that are acknowledged.
 std::vector<std::string> firingsIn(const std::string& text, const ExpansionWindow& window);
+std::vector<std::string> firingsIn(const Calendar& calendar, const ExpansionWindow& window);
 
 /// The reminder "uid"s in the window.
 std::vector<std::string> reminderUidsIn(const std::string& text, const ExpansionWindow& window);

@@ -1,6 +1,7 @@
 #include "host/edits/command_targets.h"
 
 #include "host/ical/identifiers.h"
+#include "host/occurrences/series.h"
 #include "host/records/event_record.h"
 
 #include <algorithm>
@@ -24,16 +25,33 @@ std::vector<std::string_view> partsOf(std::string_view uid) {
     }
 }
 
-/// The items that a part of an identifier stands for: the series before its overrides.
+/// The items that a part of an identifier stands for.
 std::vector<FiledItem> itemsOf(const Calendar& calendar, ItemKind kind,
                                std::string_view identifier) {
     std::vector<FiledItem> items = itemsOf(calendar);
     std::erase_if(items, [&](const FiledItem& filed) {
         return filed.item->kind != kind || itemIdentifier(*filed.item) != identifier;
     });
-    std::stable_partition(items.begin(), items.end(),
-                          [](const FiledItem& filed) { return !filed.item->recurrenceId; });
     return items;
+}
+
+/// Several files may hold copies of a series, or parts of it: the one of the item that describes
+/// the occurrence in the records. The first item, when the occurrence is gone.
+FiledItem describing(const std::vector<FiledItem>& items,
+                     const std::optional<CalendarTime>& identity) {
+    std::vector<const CalendarItem*> pointers;
+    pointers.reserve(items.size());
+    for (const FiledItem& filed : items) {
+        pointers.push_back(filed.item);
+    }
+    const CalendarItem* found = nullptr;
+    for (const Series& series : seriesOf(pointers)) {
+        const CalendarItem* item = itemDescribing(series, identity);
+        found = item != nullptr ? item : found;
+    }
+    const auto filed = std::find_if(items.begin(), items.end(),
+                                    [found](const FiledItem& one) { return one.item == found; });
+    return filed == items.end() ? items.front() : *filed;
 }
 
 /// "r3" as 3; nothing for anything else.
@@ -48,10 +66,10 @@ std::optional<int> repetitionOf(std::string_view part) {
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-/// An occurrence with the items that may describe it.
+/// An occurrence with the item that describes it.
 struct FoundOccurrence {
     OccurrenceTarget target;
-    std::vector<FiledItem> items;
+    const CalendarItem* item = nullptr;
 };
 
 std::optional<FoundOccurrence> find(const Calendar* calendar,
@@ -64,11 +82,12 @@ std::optional<FoundOccurrence> find(const Calendar* calendar,
     found.target.kind = day.starts_with(toDoMark) ? ItemKind::ToDo : ItemKind::Event;
     day.remove_prefix(found.target.kind == ItemKind::ToDo ? toDoMark.size() : 0);
     found.target.identity = identityFromText(day);
-    found.items = itemsOf(*calendar, found.target.kind, parts[1]);
-    if (found.items.empty() || (!found.target.identity && day != "undated")) {
+    const auto items = itemsOf(*calendar, found.target.kind, parts[1]);
+    if (items.empty() || (!found.target.identity && day != "undated")) {
         return std::nullopt;
     }
-    const FiledItem& filed = found.items.front();
+    const FiledItem filed = describing(items, found.target.identity);
+    found.item = filed.item;
     found.target.itemUid = filed.item->uid;
     found.target.line = filed.item->line;
     found.target.path = filed.file->path;
@@ -101,11 +120,9 @@ std::optional<AlarmTarget> CommandTargets::alarm(std::string_view reminderUid) c
     if (!found || parts.size() < 4 || parts.size() > 5 || !repetition) {
         return std::nullopt;
     }
-    for (const FiledItem& filed : found->items) {
-        for (const AlarmDefinition& alarm : filed.item->alarms) {
-            if (urlSafe(alarm.uid) == parts[3]) {
-                return AlarmTarget{found->target, alarm.uid, *repetition};
-            }
+    for (const AlarmDefinition& alarm : found->item->alarms) {
+        if (urlSafe(alarm.uid) == parts[3]) {
+            return AlarmTarget{found->target, alarm.uid, *repetition};
         }
     }
     return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -51,7 +52,43 @@ void promoteMaster(Series& series) {
     }
 }
 
+bool isSame(const std::optional<CalendarTime>& left, const std::optional<CalendarTime>& right) {
+    return left && right ? keyOf(*left) == keyOf(*right) : !left && !right;
+}
+
+/// The last override before this time that holds for all that follows it.
+const CalendarItem* futureChangeOf(const Series& series, const CalendarTime& identity) {
+    const CalendarItem* latest = nullptr;
+    const auto instantOf = [](const CalendarTime& time) { return keyOf(time).second; };
+    for (const CalendarItem* item : series.overrides) {
+        const bool isBefore =
+            item->appliesToFuture && instantOf(*item->recurrenceId) < instantOf(identity);
+        if (isBefore && (latest == nullptr ||
+                         instantOf(*item->recurrenceId) > instantOf(*latest->recurrenceId))) {
+            latest = item;
+        }
+    }
+    return latest;
+}
+
 } // namespace
+
+const CalendarItem* itemDescribing(const Series& series,
+                                   const std::optional<CalendarTime>& identity) {
+    for (const CalendarItem* item : series.overrides) {
+        if (isSame(item->recurrenceId, identity)) {
+            return item;
+        }
+    }
+    const CalendarItem* master = series.master;
+    if (master == nullptr || !master->recurrence.isRecurring()) {
+        const bool isMaster =
+            master != nullptr && isSame(master->start ? master->start : master->end, identity);
+        return isMaster ? master : nullptr;
+    }
+    const CalendarItem* changed = identity ? futureChangeOf(series, *identity) : nullptr;
+    return changed != nullptr ? changed : master;
+}
 
 std::vector<Series> seriesOf(const std::vector<const CalendarItem*>& items) {
     std::map<SeriesKey, GatheredSeries> byKey;

@@ -2,6 +2,7 @@
 
 #include "host/ical/calendar_item.h"
 
+#include <optional>
 #include <vector>
 
 namespace plenzo {
@@ -18,5 +19,10 @@ struct Series {
 /// it.
 std::vector<Series> seriesOf(const std::vector<const CalendarItem*>& items);
 std::vector<Series> seriesOf(const std::vector<CalendarItem>& items);
+
+/// What describes the occurrence of that identity, if there is one: an override of its own or one
+/// that applies to the future, or the series. Null when it can be none of the series.
+const CalendarItem* itemDescribing(const Series& series,
+                                   const std::optional<CalendarTime>& identity);
 
 } // namespace plenzo

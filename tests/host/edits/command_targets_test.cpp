@@ -33,7 +33,67 @@ int checkAll(const CalendarSet& set, const ExpansionWindow& window) {
     return count;
 }
 
+std::string pathOf(std::size_t place) {
+    return "/" + std::to_string(place) + ".ics";
+}
+
+/// A calendar "c" of several files.
+CalendarSet setOfFiles(const std::vector<std::string>& texts) {
+    CalendarSet set = setOf("");
+    set.calendars[0].files.clear();
+    for (const std::string& text : texts) {
+        const auto file = std::make_shared<CalendarFile>(*calendarOfText(text).files[0]);
+        file->path = pathOf(set.calendars[0].files.size());
+        set.calendars[0].files.push_back(file);
+    }
+    return set;
+}
+
+/// An event that begins at that time, or an override of it, and rings then.
+std::string eventAt(const std::string& start, const std::string& lines) {
+    return "BEGIN:VEVENT\nUID:e\nDTSTART:" + start + "\n" + lines +
+           "BEGIN:VALARM\nUID:a\nACTION:DISPLAY\nTRIGGER:PT0S\nEND:VALARM\nEND:VEVENT\n";
+}
+
 } // namespace
+
+TEST(ACommandTarget, LiesInTheFileWhoseItemTheRecordsDescribe) {
+    const std::string rule = "RRULE:FREQ=DAILY\n";
+    const std::string series = eventAt("20260301T090000Z", rule);
+    const std::string newer = eventAt("20260301T090000Z", rule + "SEQUENCE:1\n");
+    const std::string moved = eventAt("20260312T093000Z", "RECURRENCE-ID:20260312T090000Z\n");
+    const std::string movedAll =
+        eventAt("20260311T093000Z", "RECURRENCE-ID;RANGE=THISANDFUTURE:20260311T090000Z\n");
+    const std::string single = eventAt("20260312T090000Z", "");
+    const struct {
+        std::pair<std::string, std::string> events;
+        std::size_t place;
+    } rows[] = {
+        {{single, single}, 1},
+        {{series, series}, 1},
+        {{newer, series}, 0},
+        {{series, moved}, 1},
+        {{moved, series}, 0},
+        {{series + moved, newer}, 0},
+        {{series, movedAll + moved}, 1},
+        {{series, series + movedAll}, 1},
+    };
+    const auto window = windowFrom("2026-03-12T00:00:00Z", 1);
+    for (const auto& [events, place] : rows) {
+        std::vector<std::string> files = {fileAround(events.first), fileAround(events.second)};
+        const CalendarSet set = setOfFiles(files);
+        const auto target = CommandTargets(set).alarm("c~e~20260312T090000Z~a");
+        ASSERT_TRUE(target) << files[0] << files[1];
+        EXPECT_EQ(target->occurrence.path, pathOf(place)) << files[0] << files[1];
+        EXPECT_EQ(firingsIn(set.calendars[0], window).size(), 1U);
+
+        const EditResult edited =
+            acknowledgeAlarm(files[place], *target, editContext("2026-03-12T09:31:00Z"));
+        EXPECT_EQ(edited.error, "");
+        files[place] = edited.text;
+        EXPECT_TRUE(firingsIn(setOfFiles(files).calendars[0], window).empty()) << edited.text;
+    }
+}
 
 TEST(ACommandTarget, IsFoundForEveryIdentifierThatTheRecordsHold) {
     const CalendarSet set =
