@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 
 namespace plenzo {
@@ -65,6 +66,7 @@ std::string understand(const OptionTexts& texts, HostOptions& options) {
     options.configurationPath = texts.configuration;
     options.zone = CalendarZone(cctz::local_time_zone());
     options.zoneName = texts.zone.empty() ? systemZoneName() : texts.zone;
+    options.followsSystemZone = texts.zone.empty() && std::getenv("TZ") == nullptr;
     const auto urls = std::stable_partition(options.paths.begin(), options.paths.end(),
                                             [](const auto& path) { return !isCommandUrl(path); });
     std::move(urls, options.paths.end(), std::back_inserter(options.commandUrls));

@@ -19,6 +19,7 @@ struct HostOptions {
     std::optional<SystemSeconds> fixedNow;
     CalendarZone zone;
     std::string zoneName; // empty when nobody knows it
+    bool followsSystemZone = false;
     HostMode mode = HostMode::Serve;
 };
 

@@ -5,9 +5,10 @@
 #include "host/commands/command_service.h"
 #include "host/configuration/configured_calendars.h"
 #include "host/files/file_paths.h"
-#include "host/loop/host_loop.h"
+#include "host/ical/zone_table.h"
 #include "host/records/event_delta.h"
 #include "host/store/calendar_watch.h"
+#include "host/system_zone_watch.h"
 #include "host/weather/weather_feed.h"
 #include "host/weather/weather_file.h"
 #include "propertylist/binary_property_list.h"
@@ -109,8 +110,16 @@ int Host::serve() {
         return 1;
     }
     m_localEdits.load();
+    commands.load();
     readConfiguration(); // which names what is to be watched
-    return serveOn(*connection, commands);
+    LoopEnd end = LoopEnd::Asked;
+    while (end == LoopEnd::Asked) {
+        end = serveOn(*connection, commands);
+    }
+    if (end == LoopEnd::BusGone) {
+        report("the session bus has gone");
+    }
+    return end == LoopEnd::Terminated ? 0 : 1;
 }
 
 /// Whether another host takes the commands of the command line.
@@ -118,7 +127,7 @@ bool Host::handOver(sdbus::IConnection& connection) {
     return !m_options.commandUrls.empty() && sendToRunningHost(connection, m_options.commandUrls);
 }
 
-int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
+LoopEnd Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
     HostLoop loop;
     std::unique_ptr<AgentLink> link;
     WeatherFeed weather(loop, m_options.zone,
@@ -141,6 +150,7 @@ int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
         commands.queue().noteRetry();
         pushChanges(anything); // not every file system tells of its changes
     });
+    loop.watch(m_store.bearWithAbsentFiles(), [&] { pushChanges({}); });
     loop.watch(m_ownChange.descriptor(), [&] {
         m_ownChange.acknowledge();
         pushChanges(std::exchange(m_ownChanges, {}));
@@ -151,12 +161,28 @@ int Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
         refresh(anything);
         link->startAgent();
     }
-    commands.begin(m_options.commandUrls);
-    if (loop.run(connection) == LoopEnd::Terminated) {
-        return 0;
+    commands.begin(std::exchange(m_options.commandUrls, {}));
+    SystemZoneWatch zone;
+    loop.watch(zone.descriptor(), [&] {
+        const auto name = zone.readChange();
+        if (name && m_options.followsSystemZone && followZone(*name)) {
+            loop.end();
+        }
+    });
+    return loop.run(connection);
+}
+
+/// The zone is in everything that serves; false when there are no rules of it.
+bool Host::followZone(const std::string& name) {
+    const auto zone = systemZoneNamed(name);
+    if (!zone) {
+        return false;
     }
-    report("the session bus has gone");
-    return 1;
+    m_options.zone = CalendarZone(*zone);
+    m_options.zoneName = name;
+    m_localEdits.setZone(m_options.zone);
+    m_events = {};
+    return true;
 }
 
 AgentLink::Listener Host::agentListener(std::function<void()> launched) {

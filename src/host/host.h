@@ -6,6 +6,7 @@
 #include "host/commands/command_execution.h"
 #include "host/commands/local_edits.h"
 #include "host/configuration/configuration.h"
+#include "host/loop/host_loop.h"
 #include "host/loop/one_shot_timer.h"
 #include "host/store/agent_events.h"
 #include "host/store/calendar_store.h"
@@ -50,8 +51,9 @@ private:
     void noteEdit(const std::string& calendarFile) override;
 
     bool handOver(sdbus::IConnection& connection);
-    /// Serves as the only host on the bus.
-    int serveOn(sdbus::IConnection& connection, CommandDesk& commands);
+    /// Serves as the only host on the bus, in one time zone.
+    LoopEnd serveOn(sdbus::IConnection& connection, CommandDesk& commands);
+    bool followZone(const std::string& name);
     AgentLink::Listener agentListener(std::function<void()> launched);
     void refresh(const PathChanges& changes);
     void pushTo(AgentLink& link);

@@ -15,7 +15,6 @@ CommandDesk::CommandDesk(CommandWorld& world, FileReplacement& files, LocalEdits
       }) {}
 
 void CommandDesk::begin(const std::vector<std::string>& urls) {
-    m_pending.load();
     m_queue.tryAgain();
     for (const std::string& url : urls) {
         m_queue.receive(url, {});

@@ -20,7 +20,10 @@ public:
     /// False when another host has the name.
     bool takeName() { return m_service.takeName(); }
 
-    /// Takes up what a former run left, and these commands.
+    /// Takes up what a former run left: once, with the name.
+    void load() { m_pending.load(); }
+
+    /// Carries out what waits, and these commands.
     void begin(const std::vector<std::string>& urls);
 
     CommandQueue& queue() { return m_queue; }

@@ -84,6 +84,13 @@ void LocalEdits::load() {
     }
 }
 
+void LocalEdits::setZone(CalendarZone zone) {
+    m_zone = std::move(zone);
+    for (const LocalEdit& edit : m_edits) {
+        noteChange(edit);
+    }
+}
+
 std::string LocalEdits::add(LocalEdit edit) {
     forgetOld(edit.made);
     noteChange(edit);

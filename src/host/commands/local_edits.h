@@ -31,7 +31,7 @@ public:
     void load();
 
     /// In which floating times are meant from now on.
-    void setZone(CalendarZone zone) { m_zone = std::move(zone); }
+    void setZone(CalendarZone zone);
 
     /// Why the edit does not fit this text of its file, or an empty text.
     [[nodiscard]] std::string whyNotAdded(const LocalEdit& edit, std::string fileText) const;

@@ -62,7 +62,7 @@ LoopEnd HostLoop::wait(sdbus::IConnection& connection) {
             m_watches[index - firstWatch].second();
         }
     }
-    return LoopEnd::None;
+    return m_isToEnd ? LoopEnd::Asked : LoopEnd::None;
 }
 
 } // namespace plenzo

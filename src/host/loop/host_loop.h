@@ -12,10 +12,10 @@ class IConnection;
 
 namespace plenzo {
 
-enum class LoopEnd { None, Terminated, BusGone };
+enum class LoopEnd { None, Terminated, BusGone, Asked };
 
-/// Serves the bus connection until SIGTERM or SIGINT arrives or the bus goes away. The signals are
-/// blocked from construction on, so none is lost before the loop runs.
+/// Serves the bus connection until SIGTERM or SIGINT arrives, the bus goes away, or it is asked to
+/// end. The signals are blocked from construction on, so none is lost before the loop runs.
 class HostLoop {
 public:
     HostLoop();
@@ -25,12 +25,16 @@ public:
         m_watches.emplace_back(descriptor, std::move(ready));
     }
 
+    /// To be called by what it serves.
+    void end() { m_isToEnd = true; }
+
     LoopEnd run(sdbus::IConnection& connection);
 
 private:
     LoopEnd wait(sdbus::IConnection& connection);
 
     FileDescriptor m_signals;
+    bool m_isToEnd = false;
     std::vector<std::pair<int, std::function<void()>>> m_watches;
 };
 

@@ -24,6 +24,7 @@ public:
     void setSources(const std::vector<CalendarSource>& sources);
 
     /// Reads what may have changed. A calendar that several sources name counts once.
+    void update(const PathChanges& changes);
 
     /// From now on files that are away or damaged count for a moment as they were (see
     /// `FileGrace`). The descriptor becomes readable when such a moment ends: an update, without
