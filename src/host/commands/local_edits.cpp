@@ -77,7 +77,7 @@ LocalEdits::LocalEdits(FileReplacement& files, std::string path, CalendarZone zo
 }
 
 void LocalEdits::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
         auto edit = editFrom(dictionary);
         if (edit && m_edits.size() < mostEdits) {
             noteChange(*edit);

@@ -37,7 +37,7 @@ PendingCommands::PendingCommands(FileReplacement& files, std::string path)
 }
 
 void PendingCommands::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
         auto command = commandFrom(dictionary);
         if (command && m_commands.size() < mostCommands) {
             m_commands.push_back(std::move(*command));
