@@ -87,7 +87,7 @@ std::string writeStateFile(FileReplacement& files, const std::string& path,
     }
     const auto bytes = writeBinaryPropertyList(all);
     const std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const std::string beside = path + ".new";
+    const std::string beside = files.pathForNew(path);
     error = files.writeThrough(beside, text, {ofUserAlone});
     error = error.empty() ? files.moveTo(beside, path, false) : error;
     if (!error.empty()) {
