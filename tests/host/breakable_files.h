@@ -20,6 +20,7 @@ public:
         beforeStamp();
         return m_disk.stamp(path);
     }
+    std::string pathForNew(const std::string& path) override { return m_disk.pathForNew(path); }
     std::string writeThrough(const std::string& path, const std::string& text,
                              const FileAttributes& attributes) override {
         if (fails()) { // a full disk: a part of it is there

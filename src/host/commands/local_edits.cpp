@@ -75,7 +75,7 @@ LocalEdits::LocalEdits(FileReplacement& files, std::string path, CalendarZone zo
     : m_files(files), m_path(std::move(path)), m_zone(std::move(zone)) {}
 
 void LocalEdits::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
         auto edit = editFrom(dictionary);
         if (edit && m_edits.size() < mostEdits) {
             noteChange(*edit);

@@ -32,7 +32,7 @@ std::optional<PendingCommand> commandFrom(const Dictionary& dictionary) {
 } // namespace
 
 void PendingCommands::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path)) {
+    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
         auto command = commandFrom(dictionary);
         if (command && m_commands.size() < mostCommands) {
             m_commands.push_back(std::move(*command));

@@ -30,6 +30,19 @@ std::string makeFolderOf(const std::string& path) {
     return error ? error.message() : std::string();
 }
 
+/// The new path; empty when there is none.
+std::string setAside(FileReplacement& files, const std::string& path) {
+    constexpr int mostDamagedFiles = 100;
+    std::string aside = path + ".damaged";
+    for (int number = 2; number <= mostDamagedFiles; ++number) {
+        if (files.moveTo(path, aside, true).empty()) {
+            return aside;
+        }
+        aside = path + ".damaged-" + std::to_string(number);
+    }
+    return {};
+}
+
 fs::path folderFrom(const char* variable, const char* below) {
     const char* value = std::getenv(variable);
     const bool isSet = value != nullptr && fs::path(value).is_absolute();
@@ -38,17 +51,21 @@ fs::path folderFrom(const char* variable, const char* below) {
 
 } // namespace
 
-std::vector<Dictionary> readStateFile(FileReplacement& files, const std::string& path) {
-    const std::string text = path.empty() ? std::string() : files.read(path).text;
-    const auto value = readBinaryPropertyList(std::as_bytes(std::span(text)));
+StateFile readStateFile(FileReplacement& files, const std::string& path) {
+    const FoundFile found = path.empty() ? FoundFile() : files.read(path);
+    const auto value = readBinaryPropertyList(std::as_bytes(std::span(found.text)));
     const Array* all = value ? value->array() : nullptr;
-    std::vector<Dictionary> dictionaries;
-    for (std::size_t index = 0; all != nullptr && index < all->size(); ++index) {
+    if (all == nullptr) {
+        const bool isDamaged = !found.text.empty() || (found.stamp.exists && !found.error.empty());
+        return {{}, isDamaged ? setAside(files, path) : std::string()};
+    }
+    StateFile result;
+    for (std::size_t index = 0; index < all->size(); ++index) {
         if (const Dictionary* dictionary = (*all)[index].dictionary()) {
-            dictionaries.push_back(*dictionary);
+            result.dictionaries.push_back(*dictionary);
         }
     }
-    return dictionaries;
+    return result;
 }
 
 std::string writeStateFile(FileReplacement& files, const std::string& path,
@@ -70,7 +87,7 @@ std::string writeStateFile(FileReplacement& files, const std::string& path,
     }
     const auto bytes = writeBinaryPropertyList(all);
     const std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const std::string beside = path + ".new";
+    const std::string beside = files.pathForNew(path);
     error = files.writeThrough(beside, text, {ofUserAlone});
     error = error.empty() ? files.moveTo(beside, path, false) : error;
     if (!error.empty()) {

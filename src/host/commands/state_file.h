@@ -12,8 +12,14 @@ namespace plenzo {
 
 /// What the host has to know in its next run: dictionaries in a file, as a binary property list.
 
-/// Empty for a file that is not there or damaged; what is no dictionary is left out.
-std::vector<Dictionary> readStateFile(FileReplacement& files, const std::string& path);
+struct StateFile {
+    std::vector<Dictionary> dictionaries;
+    std::string setAside; // the new path of a damaged file; empty for a sound one
+};
+
+/// Without dictionaries for a file that is not there or damaged; what is no dictionary is left out.
+/// A damaged file gets a free name beside its old one: "NAME.damaged", "NAME.damaged-2", and so on.
+StateFile readStateFile(FileReplacement& files, const std::string& path);
 
 /// Replaces the file whole; without dictionaries it goes. Returns why it could not be written, or
 /// an empty text.

@@ -11,13 +11,6 @@ namespace {
 constexpr int mostTries = 5;
 constexpr mode_t modeOfNewFile = S_IRUSR | S_IWUSR;
 
-/// Hidden, and no .ics file: nobody takes it for a calendar. Always the same, so that a loss of
-/// power leaves one at most.
-std::string pathBeside(const std::string& path) {
-    const std::filesystem::path whole(path);
-    return (whole.parent_path() / ("." + whole.filename().string() + ".plenzohost-new")).string();
-}
-
 std::string whyNotEditable(const FoundFile& found, bool mayBeMissing) {
     if (!found.error.empty()) {
         return found.error;
@@ -60,7 +53,7 @@ WriteResult CalendarWriter::applyTo(const std::string& path, const TextEdit& edi
 
 CalendarWriter::Outcome CalendarWriter::replace(const std::string& path, const FoundFile& found,
                                                 const std::string& text, std::string& error) {
-    const std::string beside = pathBeside(path);
+    const std::string beside = m_files.pathForNew(path);
     const FileAttributes ofNewFile{modeOfNewFile};
     error = m_files.writeThrough(beside, text, found.stamp.exists ? found.attributes : ofNewFile);
     if (!error.empty()) {

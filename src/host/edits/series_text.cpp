@@ -44,6 +44,17 @@ bool isSame(const std::optional<CalendarTime>& left, const std::optional<Calenda
            left->zone.instantOf(left->local) == right->zone.instantOf(right->local);
 }
 
+/// The UID where nothing in it asks for more than a look; nothing where only a parser can tell.
+std::optional<std::string> plainUidOf(const ContentComponent& component) {
+    const ContentLine* line = component.property("UID");
+    const bool isBare = line != nullptr && line->parameters().empty();
+    std::string uid = isBare ? line->value() : std::string();
+    const bool isPlain = !uid.empty() && std::all_of(uid.begin(), uid.end(), [](char character) {
+        return character >= ' ' && character <= '~' && character != '\\';
+    });
+    return isPlain ? std::optional(std::move(uid)) : std::nullopt;
+}
+
 void removeFixedAlarms(ContentComponent& component, const CalendarItem& item) {
     const auto alarms = component.components("VALARM");
     for (const AlarmDefinition& alarm : item.alarms) {
@@ -101,23 +112,20 @@ void SeriesText::readItems(const OccurrenceTarget& target) {
     }
 }
 
+// What the reader takes for the UID counts; parsing is for what may be it.
 void SeriesText::addIfMeant(ContentComponent& component, ContentComponent* parent,
                             const OccurrenceTarget& target) {
-    auto item = isMeant(component, target) ? itemOf(component) : std::nullopt;
-    if (item) {
+    const auto plainUid = plainUidOf(component);
+    const bool isOfKind = component.name() == (target.kind == ItemKind::ToDo ? "VTODO" : "VEVENT");
+    auto item = isOfKind && plainUid.value_or(target.itemUid) == target.itemUid ? itemOf(component)
+                                                                                : std::nullopt;
+    const bool isMeant = item && item->uid == target.itemUid &&
+                         (!item->uid.empty() || component.firstLine() == target.line);
+    if (isMeant) {
         m_items.push_back(std::move(*item));
         m_components.push_back(&component);
         m_parents.push_back(parent);
     }
-}
-
-bool SeriesText::isMeant(const ContentComponent& component, const OccurrenceTarget& target) const {
-    if (component.name() != (target.kind == ItemKind::ToDo ? "VTODO" : "VEVENT")) {
-        return false;
-    }
-    const ContentLine* uid = component.property("UID");
-    const std::string itemUid = uid == nullptr ? std::string() : uid->text();
-    return itemUid == target.itemUid && (!itemUid.empty() || component.firstLine() == target.line);
 }
 
 std::optional<CalendarItem> SeriesText::itemOf(const ContentComponent& component) {

@@ -52,7 +52,6 @@ private:
     void readItems(const OccurrenceTarget& target);
     void addIfMeant(ContentComponent& component, ContentComponent* parent,
                     const OccurrenceTarget& target);
-    bool isMeant(const ContentComponent& component, const OccurrenceTarget& target) const;
     void findOccurrence(const OccurrenceTarget& target);
     void moveTimes(ContentComponent& component) const;
     void moveEnd(ContentComponent& component) const;

@@ -1,6 +1,7 @@
 #include "host/files/file_replacement.h"
 
 #include "host/files/file_text.h"
+#include "host/files/new_file_names.h"
 #include "linux/wire/file_descriptor.h"
 
 #include <fcntl.h>
@@ -59,6 +60,11 @@ FoundFile FileReplacementOnDisk::read(const std::string& path) {
 
 FileStamp FileReplacementOnDisk::stamp(const std::string& path) {
     return fileStampAt(path);
+}
+
+std::string FileReplacementOnDisk::pathForNew(const std::string& path) {
+    removeForsakenFiles(path);
+    return pathOfNewFile(path);
 }
 
 std::string FileReplacementOnDisk::writeThrough(const std::string& path, const std::string& text,

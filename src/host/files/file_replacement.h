@@ -30,6 +30,10 @@ public:
     virtual FoundFile read(const std::string& path) = 0;
     virtual FileStamp stamp(const std::string& path) = 0;
 
+    /// Where to write what is to take the file's place: a path that no other process uses. What
+    /// ended ones left there goes.
+    virtual std::string pathForNew(const std::string& path) = 0;
+
     /// A new file with this text, written through to the disk. What stood there before goes.
     virtual std::string writeThrough(const std::string& path, const std::string& text,
                                      const FileAttributes& attributes) = 0;
@@ -49,6 +53,7 @@ public:
     std::string realPath(const std::string& path) override;
     FoundFile read(const std::string& path) override;
     FileStamp stamp(const std::string& path) override;
+    std::string pathForNew(const std::string& path) override;
     std::string writeThrough(const std::string& path, const std::string& text,
                              const FileAttributes& attributes) override;
     std::string moveTo(const std::string& from, const std::string& to, bool isNew) override;

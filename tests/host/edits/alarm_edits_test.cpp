@@ -102,6 +102,30 @@ TEST(AcknowledgingAnAlarm, OfASingleEventOrAnOverrideMarksItself) {
     EXPECT_THAT(twice, Not(HasSubstr("095501Z")));
 }
 
+TEST(AcknowledgingAnAlarm, FindsTheItemHoweverItsUidIsWritten) {
+    const auto window = windowFrom("2026-03-10T00:00:00Z", 3);
+    for (const char* uid :
+         {"UID:a\\xb", "UID:a\\", "UID:a\\:b", "UID:a\\\\nb", "UID:a\\nb", "UID:x\\;y\\",
+          "UID : spaced", "uid:Low", "UID:", "X-NO:UID", "UID:\xFF\xFE", "UID:fol\n ded",
+          "UID;X-P=\"q:r\":abc", "UID;X-P=q:r:abc", "UID;X-P=\"q:abc", "UID:a\x01\x7F",
+          "UID:\xC3\xBC"}) {
+        const auto event = [](const std::string& uidLine, const std::string& start) {
+            return "BEGIN:VEVENT\n" + uidLine + "\nDTSTART:" + start +
+                   "\nBEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:-PT5M\nEND:VALARM\nEND:VEVENT\n";
+        };
+        const std::string other = event("UID:axb", "20260311T100000Z");
+        const std::string text = fileAround(other + event(uid, "20260310T100000Z"));
+        const auto alarms = reminderUidsIn(text, window);
+        EXPECT_EQ(alarms.size(), 2U) << uid;
+        for (const std::string& alarm : alarms) {
+            const EditResult result = acknowledgeAlarm(text, alarmTarget(text, alarm),
+                                                       editContext("2026-03-11T09:55:00Z"));
+            EXPECT_EQ(result.error, "") << uid;
+            EXPECT_EQ(firingsIn(result.text, window).size(), 1U) << uid;
+        }
+    }
+}
+
 TEST(SnoozingAnAlarm, OfAnEventThatIsAllOfItsFileKeepsWhatIsThere) {
     const std::string mark = "\xEF\xBB\xBF";
     for (const std::string newline : {"\n", "\r\n"}) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -74,6 +75,25 @@ TEST_F(ACalendarWriter, LeavesTheOldTextOrTheNewOneWhereverThePowerIsCut) {
     }
 }
 
+TEST_F(ACalendarWriter, UsesNoNameOfAnotherProcessAndRemovesWhatEndedOnesLeft) {
+    const pid_t child = fork();
+    if (child == 0) {
+        BreakableFiles files;
+        files.lastStep = 0; // it dies before it moves the file
+        CalendarWriter(files).apply(path, appendNew);
+        _exit(0);
+    }
+    siginfo_t info{};
+    waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT); // there until it is reaped
+    BreakableFiles files;
+    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew).error, "");
+    EXPECT_EQ(names().size(), 2U);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew).error, "");
+    EXPECT_EQ(text(), "old+new+new");
+    EXPECT_THAT(names(), testing::ElementsAre("c.ics"));
+}
+
 TEST_F(ACalendarWriter, SaysWhyAndKeepsTheOldFileWhereAStepFails) {
     const std::pair<int, const char*> rows[] = {{0, "No space left on device"},
                                                 {1, "Input/output error"}};
@@ -136,6 +156,14 @@ TEST_F(ACalendarWriter, WritesNothingWhenTheEditFailsOrChangesNothing) {
     const auto keepAll = [](std::string_view text) { return EditResult{std::string(text), {}}; };
     EXPECT_EQ(writer.apply(path, keepAll).error, "");
     EXPECT_EQ(files.stamp(path), stamp);
+}
+
+TEST_F(ACalendarWriter, ReplacesAFileWithTheLongestName) {
+    path = (m_folder / (std::string(251, 'n') + ".ics")).string();
+    put("old");
+    BreakableFiles files;
+    EXPECT_EQ(CalendarWriter(files).apply(path, appendNew).error, "");
+    EXPECT_EQ(text(), "old+new");
 }
 
 TEST_F(ACalendarWriter, MakesANewFileButNeverOverOneThatAppeared) {
