@@ -70,7 +70,7 @@ void Host::readConfiguration() {
 }
 
 bool Host::dump() {
-    m_localEdits.load();
+    reportDamaged(m_localEdits.load());
     refresh(anything);
     Dictionary everything = pushAsDictionary(currentPush());
     addWeatherTo(everything);
@@ -109,8 +109,8 @@ int Host::serve() {
         report("another plenzohost is already running");
         return 1;
     }
-    m_localEdits.load();
-    commands.load();
+    reportDamaged(m_localEdits.load());
+    reportDamaged(commands.load());
     readConfiguration(); // which names what is to be watched
     LoopEnd end = LoopEnd::Asked;
     while (end == LoopEnd::Asked) {
@@ -303,6 +303,12 @@ void Host::noteEdit(const std::string& calendarFile) {
 SystemSeconds Host::now() {
     return m_options.fixedNow.value_or(
         std::chrono::time_point_cast<cctz::seconds>(std::chrono::system_clock::now()));
+}
+
+void Host::reportDamaged(const std::string& setAside) {
+    if (!setAside.empty()) {
+        report("what was remembered is damaged and cannot be used: " + setAside);
+    }
 }
 
 void Host::report(const std::string& problem) {

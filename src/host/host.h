@@ -66,6 +66,7 @@ private:
     [[nodiscard]] std::vector<CalendarSource> sources() const;
     void addWeatherTo(Dictionary& everything);
     void readConfiguration();
+    void reportDamaged(const std::string& setAside);
     void report(const std::string& problem);
 
     HostOptions m_options;

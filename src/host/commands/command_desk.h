@@ -20,8 +20,8 @@ public:
     /// False when another host has the name.
     bool takeName() { return m_service.takeName(); }
 
-    /// Takes up what a former run left: once, with the name.
-    void load() { m_pending.load(); }
+    /// Takes up what a former run left: once, with the name (see `PendingCommands::load`).
+    std::string load() { return m_pending.load(); }
 
     /// Carries out what waits, and these commands.
     void begin(const std::vector<std::string>& urls);

@@ -74,14 +74,16 @@ SystemSeconds lastUseOf(const LocalEdit& edit) {
 LocalEdits::LocalEdits(FileReplacement& files, std::string path, CalendarZone zone)
     : m_files(files), m_path(std::move(path)), m_zone(std::move(zone)) {}
 
-void LocalEdits::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
+std::string LocalEdits::load() {
+    const StateFile file = readStateFile(m_files, m_path);
+    for (const Dictionary& dictionary : file.dictionaries) {
         auto edit = editFrom(dictionary);
         if (edit && m_edits.size() < mostEdits) {
             noteChange(*edit);
             m_edits.push_back(std::move(*edit));
         }
     }
+    return file.setAside;
 }
 
 void LocalEdits::setZone(CalendarZone zone) {

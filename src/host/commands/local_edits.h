@@ -27,8 +27,9 @@ class LocalEdits final : public CalendarAmendments {
 public:
     LocalEdits(FileReplacement& files, std::string path, CalendarZone zone);
 
-    /// Takes up what a former run left in the file. A file that is damaged counts as empty.
-    void load();
+    /// Takes up what a former run left in the file. Returns where one is now that is damaged and
+    /// counts as empty; mostly that is nowhere.
+    std::string load();
 
     /// In which floating times are meant from now on.
     void setZone(CalendarZone zone);

@@ -31,13 +31,15 @@ std::optional<PendingCommand> commandFrom(const Dictionary& dictionary) {
 
 } // namespace
 
-void PendingCommands::load() {
-    for (const Dictionary& dictionary : readStateFile(m_files, m_path).dictionaries) {
+std::string PendingCommands::load() {
+    const StateFile file = readStateFile(m_files, m_path);
+    for (const Dictionary& dictionary : file.dictionaries) {
         auto command = commandFrom(dictionary);
         if (command && m_commands.size() < mostCommands) {
             m_commands.push_back(std::move(*command));
         }
     }
+    return file.setAside;
 }
 
 std::string PendingCommands::add(PendingCommand command) {

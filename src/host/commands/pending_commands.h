@@ -24,8 +24,9 @@ public:
     PendingCommands(FileReplacement& files, std::string path)
         : m_files(files), m_path(std::move(path)) {}
 
-    /// Takes up what a former run left in the file. A file that is damaged counts as empty.
-    void load();
+    /// Takes up what a former run left in the file. Returns where one is now that is damaged and
+    /// counts as empty; mostly that is nowhere.
+    std::string load();
 
     [[nodiscard]] const std::vector<PendingCommand>& all() const { return m_commands; }
 

@@ -1,5 +1,6 @@
 #include "host/edits/command_targets.h"
 
+#include "host/ical/alarm_reader.h"
 #include "host/ical/identifiers.h"
 #include "host/occurrences/series.h"
 #include "host/records/event_record.h"
@@ -94,6 +95,21 @@ std::optional<FoundOccurrence> find(const Calendar* calendar,
     return found;
 }
 
+/// An edit may have given the alarm a UID that whoever sent the command does not know yet.
+const AlarmDefinition* alarmOf(const CalendarItem& item, std::string_view identifier) {
+    const auto known = std::find_if(item.alarms.begin(), item.alarms.end(), [&](const auto& alarm) {
+        return urlSafe(alarm.uid) == identifier;
+    });
+    if (known != item.alarms.end()) {
+        return &*known;
+    }
+    const std::vector<std::string> former = derivedUidsOf(item.alarms);
+    const auto found = std::find_if(former.begin(), former.end(), [&](const std::string& uid) {
+        return urlSafe(uid) == identifier;
+    });
+    return found == former.end() ? nullptr : &*(item.alarms.begin() + (found - former.begin()));
+}
+
 } // namespace
 
 const Calendar* CommandTargets::calendar(std::string_view uid) const {
@@ -120,12 +136,9 @@ std::optional<AlarmTarget> CommandTargets::alarm(std::string_view reminderUid) c
     if (!found || parts.size() < 4 || parts.size() > 5 || !repetition) {
         return std::nullopt;
     }
-    for (const AlarmDefinition& alarm : found->item->alarms) {
-        if (urlSafe(alarm.uid) == parts[3]) {
-            return AlarmTarget{found->target, alarm.uid, *repetition};
-        }
-    }
-    return std::nullopt;
+    const AlarmDefinition* alarm = alarmOf(*found->item, parts[3]);
+    return alarm == nullptr ? std::nullopt
+                            : std::optional(AlarmTarget{found->target, alarm->uid, *repetition});
 }
 
 } // namespace plenzo

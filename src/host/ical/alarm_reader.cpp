@@ -144,4 +144,13 @@ std::vector<AlarmDefinition> alarmsOf(icalcomponent* component, ZoneTable& zones
     return alarms;
 }
 
+std::vector<std::string> derivedUidsOf(const std::vector<AlarmDefinition>& alarms) {
+    std::vector<std::string> uids;
+    std::set<std::string> known;
+    for (const AlarmDefinition& alarm : alarms) {
+        makeDifferent(uids.emplace_back(derivedUid(alarm)), known);
+    }
+    return uids;
+}
+
 } // namespace plenzo

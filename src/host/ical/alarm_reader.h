@@ -3,6 +3,7 @@
 #include "host/ical/calendar_item.h"
 #include "host/ical/ical_values.h"
 
+#include <string>
 #include <vector>
 
 namespace plenzo {
@@ -12,5 +13,8 @@ namespace plenzo {
 /// a UID gets one made of what it does and when, so that its place among the others does not
 /// matter.
 std::vector<AlarmDefinition> alarmsOf(icalcomponent* component, ZoneTable& zones);
+
+/// The UIDs that these alarms of a component have, or had before they were given one of their own.
+std::vector<std::string> derivedUidsOf(const std::vector<AlarmDefinition>& alarms);
 
 } // namespace plenzo

@@ -167,6 +167,25 @@ TEST_F(ACommandQueue, SnoozesIntoTheFutureHoweverLateTheCommandComes) {
     EXPECT_THAT(told, IsEmpty());
 }
 
+TEST_F(ACommandQueue, KnowsAnAlarmByTheNameThatItHadBeforeTheLastCommand) {
+    const std::string alarm = "BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:-PT5M\nEND:VALARM\n";
+    put("work", fileAround("BEGIN:VEVENT\nUID:work\nDTSTART:20260312T100000Z\n" + alarm + alarm +
+                           "END:VEVENT\n"));
+    std::vector<std::string> uids;
+    for (const AlarmDefinition& one :
+         world.calendars().calendars.back().files.front()->items[0].alarms) {
+        uids.push_back(uid("work", "work~20260312T100000Z~" + one.uid));
+    }
+    ASSERT_EQ(uids.size(), 2U);
+    receive("snooze/" + uids[0] + "/795013200");
+    receive("snooze/" + uids[1] + "/795016800");
+    EXPECT_THAT(text(), HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T130000Z"));
+    EXPECT_THAT(text(), HasSubstr("TRIGGER;VALUE=DATE-TIME:20260312T140000Z"));
+    receive("acknowledge/" + uids[0]);
+    EXPECT_THAT(pending.all(), IsEmpty());
+    EXPECT_THAT(told, IsEmpty());
+}
+
 TEST_F(ACommandQueue, ShowsItemsAndTheConfiguration) {
     const std::string event = uid("work", "work~20260312T100000Z");
     receive("show/" + event);
