@@ -32,30 +32,40 @@ void CalendarStore::setSources(const std::vector<CalendarSource>& sources) {
     m_sources = std::move(stored);
 }
 
+int CalendarStore::bearWithAbsentFiles(SteadyClock clock) {
+    m_clock = std::move(clock);
+    return m_graceEnd.descriptor();
+}
+
+SteadyTime CalendarStore::now() const {
+    return m_clock ? m_clock() : SteadyTime();
+}
+
 void CalendarStore::update(const PathChanges& changes) {
-    const SteadyTime now = m_clock();
+    const SteadyTime present = now();
     for (StoredSource& source : m_sources) {
-        look(source, changes, now);
+        look(source, changes, present);
     }
-    followMovedFiles(now);
+    followMovedFiles(present);
     takeProblems();
     assemble();
-    waitForGraceEnd(now);
+    waitForGraceEnd(present);
 }
 
 void CalendarStore::noteWritten(const std::string& path) {
     const std::set<std::string> spellings = {absolutePath(path), canonicalPath(path)};
     for (StoredSource& source : m_sources) {
         for (StoredPath& stored : source.paths) {
-            stored.lookAt(spellings, m_clock());
+            stored.lookAt(spellings, now());
         }
     }
     assemble();
 }
 
-void CalendarStore::look(StoredSource& source, const PathChanges& changes, SteadyTime now) {
+void CalendarStore::look(StoredSource& source, const PathChanges& changes, SteadyTime now) const {
     const bool isNew = std::exchange(source.isNew, false);
     for (StoredPath& path : source.paths) {
+        path.grace().setGranted(m_clock != nullptr);
         if (isNew || changes.isAnything) {
             path.lookAtEverything(now);
         } else {

@@ -9,7 +9,6 @@
 #include <ctime>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -20,18 +19,17 @@ public:
     CalendarStore() = default;
     /// The amendments outlive it.
     explicit CalendarStore(const CalendarAmendments& amendments) : m_amendments(&amendments) {}
-    explicit CalendarStore(SteadyClock clock) : m_clock(std::move(clock)) {}
 
     /// From now on the calendars are of these sources.
     void setSources(const std::vector<CalendarSource>& sources);
 
     /// Reads what may have changed. A calendar that several sources name counts once.
-    /// Files that are away or damaged count as they were for a moment (see `FileGrace`).
     void update(const PathChanges& changes);
 
-    /// Becomes readable when such a moment ends: an update then takes note of that, and of nothing
-    /// else where there are no changes.
-    [[nodiscard]] int descriptor() const { return m_graceEnd.descriptor(); }
+    /// From now on files that are away or damaged count for a moment as they were (see
+    /// `FileGrace`). The descriptor becomes readable when such a moment ends: an update, without
+    /// changes when there are none, then looks at them once more.
+    int bearWithAbsentFiles(SteadyClock clock = steadyTime);
 
     /// Reads a file that has just been written by this program, so that the calendars
     /// hold what it holds now, without waiting for word of it. The next update has its problems.
@@ -47,7 +45,8 @@ private:
         bool isNew = true;
     };
 
-    static void look(StoredSource& source, const PathChanges& changes, SteadyTime now);
+    void look(StoredSource& source, const PathChanges& changes, SteadyTime now) const;
+    [[nodiscard]] SteadyTime now() const;
     void followMovedFiles(SteadyTime now);
     void takeProblems();
     void assemble();
@@ -55,7 +54,7 @@ private:
     void waitForGraceEnd(SteadyTime now);
 
     const CalendarAmendments* m_amendments = nullptr;
-    SteadyClock m_clock = steadyTime;
+    SteadyClock m_clock; // empty as long as nothing is borne with
     OneShotTimer m_graceEnd{CLOCK_MONOTONIC};
     std::vector<StoredSource> m_sources;
     CalendarSet m_set;

@@ -29,7 +29,7 @@ SteadyTime steadyTime() {
 
 CalendarFilePointer FileGrace::counting(const std::string& path, const CalendarFilePointer& known,
                                         const CalendarFilePointer& found, SteadyTime now) {
-    if (!isSound(known) || isSound(found)) {
+    if (!m_isGranted || !isSound(known) || isSound(found)) {
         m_absences.erase(path);
         return found;
     }
@@ -89,9 +89,9 @@ void FileGrace::forgetEnded(SteadyTime now) {
 void FileGrace::endForMoved(const std::set<std::string_view>& uids) {
     for (auto& [path, absence] : m_absences) {
         const auto& items = absence.known->items;
-        if (absence.fault == Fault::Gone && std::all_of(items.begin(), items.end(), [&](auto& item) {
-                return uids.contains(item.uid);
-            })) {
+        if (absence.fault == Fault::Gone &&
+            std::all_of(items.begin(), items.end(),
+                        [&](auto& item) { return uids.contains(item.uid); })) {
             absence.end = SteadyTime::min();
         }
     }

@@ -24,6 +24,9 @@ SteadyTime steadyTime();
 /// unreadable or no calendar any more. Their alarms would be taken back otherwise, for good.
 class FileGrace {
 public:
+    /// Not at first: who looks only once does not wait for anything.
+    void setGranted(bool isGranted) { m_isGranted = isGranted; }
+
     /// What counts of the file at the path: what was `found` there, null for nothing, or for a
     /// while what is `known` of it. Each may be null.
     CalendarFilePointer counting(const std::string& path, const CalendarFilePointer& known,
@@ -54,6 +57,7 @@ private:
     static Fault faultAt(const std::string& path);
     Absence& absenceOf(const std::string& path, SteadyTime now);
 
+    bool m_isGranted = false;
     std::map<std::string, Absence> m_absences; // by the files' paths
 };
 

@@ -53,6 +53,10 @@ private:
 /// Calendars that are kept up with, as the host does it.
 class AStoreOfCalendars : public testing::Test {
 protected:
+    AStoreOfCalendars() {
+        m_store.bearWithAbsentFiles([this] { return m_now; });
+    }
+
     void keepUp(const std::vector<CalendarSource>& sources, const ExpansionWindow& window) {
         PathChanges changes = m_watch.readChanges();
         if (changes.isAnything || !(sources == m_sources)) {
@@ -113,7 +117,7 @@ protected:
     PathWatch m_watch;
     std::vector<CalendarSource> m_sources;
     SteadyTime m_now{};
-    CalendarStore m_store{[this] { return m_now; }};
+    CalendarStore m_store;
     AgentEvents m_events;
     ToldAgent m_agent;
     std::set<std::string> m_told;

@@ -28,7 +28,10 @@ std::string fileWith(const std::string& uid) {
 /// A folder "work" with calendars whose items are seen, as time goes by.
 class AFileThatIsAway : public testing::Test {
 protected:
-    AFileThatIsAway() { fs::create_directory(path("work")); }
+    AFileThatIsAway() {
+        fs::create_directory(path("work"));
+        m_store.bearWithAbsentFiles([this] { return m_now; });
+    }
 
     fs::path path(const std::string& name) const { return m_folder.path() / name; }
     void write(const std::string& name, const std::string& text) {
@@ -81,7 +84,7 @@ protected:
 
     TemporaryFolder m_folder;
     SteadyTime m_now{};
-    CalendarStore m_store{[this] { return m_now; }};
+    CalendarStore m_store;
 };
 
 } // namespace
