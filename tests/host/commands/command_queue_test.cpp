@@ -172,8 +172,8 @@ TEST_F(ACommandQueue, KnowsAnAlarmByTheNameThatItHadBeforeTheLastCommand) {
     put("work", fileAround("BEGIN:VEVENT\nUID:work\nDTSTART:20260312T100000Z\n" + alarm + alarm +
                            "END:VEVENT\n"));
     std::vector<std::string> uids;
-    for (const AlarmDefinition& one :
-         world.calendars().calendars.back().files.front()->items[0].alarms) {
+    const auto alarms = world.calendars().calendars.back().files.front()->items[0].alarms;
+    for (const AlarmDefinition& one : alarms) {
         uids.push_back(uid("work", "work~20260312T100000Z~" + one.uid));
     }
     ASSERT_EQ(uids.size(), 2U);
