@@ -59,7 +59,12 @@ int main(int argc, char** argv) {
     commandLine.add_flag("--list", list, "Print the pending alarms of the running agent and end");
     commandLine.set_version_flag("--version", std::string("plenzoalarm ") + plenzo::linkVersion,
                                  "Print the version, as the host has to send it, and end");
-    CLI11_PARSE(commandLine, argc, argv);
+    try {
+        commandLine.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        constexpr int usageError = 2;
+        return commandLine.exit(error) == 0 ? 0 : usageError;
+    }
     if (list) {
         return plenzo::listPendingAlarms();
     }

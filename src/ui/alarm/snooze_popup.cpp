@@ -1,6 +1,7 @@
 #include "ui/alarm/snooze_popup.h"
 
 #include <QFontMetricsF>
+#include <QStyledItemDelegate>
 #include <cmath>
 #include <cstddef>
 
@@ -33,6 +34,8 @@ MarkedText markedText(const QString& text) {
 void SnoozePopup::awakeFromNib() {
     // The toolkit gives what is selected for the name of such a view.
     setAccessibleDescription(accessibleName());
+    // The toolkit's own for pop-ups takes its items for those of a menu, which no rule colours.
+    setItemDelegate(new QStyledItemDelegate(this));
     for (int index = 0; index < count() && index < snoozeUnitsCount; ++index) {
         const MarkedText marked = markedText(itemText(index));
         m_unitLetters.at(static_cast<std::size_t>(index)) = marked.letter;

@@ -25,7 +25,9 @@ QComboBox:hover { background: @hover; }
 QComboBox::drop-down { border: none; width: 24px; }
 QComboBox::down-arrow { image: url(@arrow); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background: @field; color: @text; border: 1px solid @edge;
-    selection-background-color: @accent; selection-color: @onAccent; outline: none; }
+    outline: none; }
+QComboBox QAbstractItemView::item { min-height: 28px; padding: 0 8px; background: @field; }
+QComboBox QAbstractItemView::item:selected { background: @accent; color: @onAccent; }
 QPushButton:focus, QLineEdit:focus, QComboBox:focus { border: 2px solid @focus; }
 QPushButton[isDefault="true"]:focus { border: 2px solid @focusOnAccent; }
 QPushButton:disabled, QLineEdit:disabled, QComboBox:disabled { color: @disabled; }
