@@ -48,6 +48,7 @@ void CalendarStore::update(const PathChanges& changes) {
     }
     followMovedFiles(present);
     takeProblems();
+    m_set.problems.insert(m_set.problems.end(), changes.problems.begin(), changes.problems.end());
     assemble();
     waitForGraceEnd(present);
 }

@@ -19,6 +19,8 @@ constexpr int longestWaitMilliseconds = 256;
 /// A stream of changes does not put off the reading for ever.
 constexpr int mostWaitedMilliseconds = 2000;
 
+constexpr int lookingMilliseconds = 60'000;
+
 SystemSeconds systemTime() {
     return std::chrono::time_point_cast<cctz::seconds>(std::chrono::system_clock::now());
 }
@@ -27,7 +29,7 @@ SystemSeconds systemTime() {
 
 CalendarWatch::CalendarWatch(HostLoop& loop, Paths paths, CalendarZone zone, Listener listener)
     : m_paths(std::move(paths)), m_zone(std::move(zone)), m_listener(std::move(listener)),
-      m_settling(CLOCK_MONOTONIC), m_midnight(CLOCK_REALTIME) {
+      m_settling(CLOCK_MONOTONIC), m_midnight(CLOCK_REALTIME), m_looking(CLOCK_MONOTONIC) {
     watchPaths();
     waitForMidnight();
     loop.watch(m_files.descriptor(), [this] {
@@ -37,6 +39,10 @@ CalendarWatch::CalendarWatch(HostLoop& loop, Paths paths, CalendarZone zone, Lis
     });
     loop.watch(m_settling.descriptor(), [this] { settled(); });
     loop.watch(m_midnight.descriptor(), [this] { newDay(); });
+    loop.watch(m_looking.descriptor(), [this] {
+        m_looking.acknowledge();
+        noteChanges({true, {}});
+    });
 }
 
 void CalendarWatch::noteChanges(PathChanges changes) {
@@ -80,6 +86,17 @@ void CalendarWatch::tellChanges() {
 void CalendarWatch::watchPaths() {
     m_watchedPaths = m_paths();
     m_files.watch(m_watchedPaths);
+    noteBlindness();
+}
+
+void CalendarWatch::noteBlindness() {
+    const std::string& problem = m_files.problem();
+    m_looking.expireIn(problem.empty() ? 0 : lookingMilliseconds);
+    if (!problem.empty() && problem != m_toldProblem) {
+        noteChanges(
+            {true, {}, {"changes of calendars are looked for once a minute only: " + problem}});
+    }
+    m_toldProblem = problem;
 }
 
 void CalendarWatch::newDay() {

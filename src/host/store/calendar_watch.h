@@ -12,7 +12,8 @@
 namespace plenzo {
 
 /// Says when the agent's events may be others than before: something has changed in the calendars
-/// and settled, or a new day has begun.
+/// and settled, or a new day has begun. Where the system does not say what changes, anything may
+/// have once a minute.
 class CalendarWatch {
 public:
     /// What is to be watched: asked for at first and after changes.
@@ -33,6 +34,7 @@ private:
     void settled();
     void tellChanges();
     void watchPaths();
+    void noteBlindness();
     void newDay();
     void waitForMidnight();
 
@@ -42,6 +44,8 @@ private:
     PathWatch m_files;
     OneShotTimer m_settling;
     OneShotTimer m_midnight;
+    OneShotTimer m_looking; // while not everything can be watched
+    std::string m_toldProblem;
     std::vector<std::string> m_watchedPaths;
     PathChanges m_changes; // not told yet
     bool m_moreCame = false;

@@ -2,7 +2,9 @@
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -130,6 +132,86 @@ TEST_F(APathWatch, NoticesAFileWhoseFoldersAreMadeOneByOne) {
     m_watch.watch(paths);
     fs::create_directories(path("config/host"));
     EXPECT_THAT(changes(), ElementsAre("?"));
+}
+
+TEST_F(APathWatch, NoticesAFileThatComesAsAnotherNameOfOne) {
+    m_watch.watch({m_folder.path()});
+    write("a.part");
+    fs::create_hard_link(path("a.part"), path("a.ics"));
+    EXPECT_THAT(changes(), ElementsAre("a.ics"));
+    const auto earlier = fs::last_write_time(path("a.part")) - std::chrono::hours(1);
+    fs::last_write_time(path("a.part"), earlier);
+    changes();
+    fs::create_hard_link(path("a.part"), path("b.ics"));
+    fs::remove(path("a.part"));
+    fs::remove(path("a.ics"));
+    EXPECT_THAT(changes(), ElementsAre("a.ics", "b.ics"));
+}
+
+TEST_F(APathWatch, NoticesWhatBecomesOfTheFileThatLinksLeadTo) {
+    for (const char* name : {"real", "links", "work"}) {
+        fs::create_directory(path(name));
+    }
+    write("real/one.ics");
+    fs::create_symlink("../real/one.ics", path("links/one"));
+    fs::create_symlink(path("links/one"), path("work/one.ics"));
+    fs::create_symlink(path("links/one"), path("config.toml"));
+    m_watch.watch({path("work"), path("config.toml")});
+    const auto both = ElementsAre("config.toml", "work/one.ics");
+    write("real/one.ics");
+    EXPECT_THAT(changes(), both);
+    write("real/one.part");
+    EXPECT_THAT(changes(), IsEmpty());
+    fs::rename(path("real/one.part"), path("real/one.ics"));
+    EXPECT_THAT(changes(), both);
+    fs::remove(path("real/one.ics"));
+    EXPECT_THAT(changes(), both);
+    fs::create_symlink(path("real/two.ics"), path("work/two.ics"));
+    EXPECT_THAT(changes(), ElementsAre("work/two.ics"));
+    write("real/two.ics");
+    EXPECT_THAT(changes(), ElementsAre("work/two.ics"));
+    fs::remove(path("links/one"));
+    EXPECT_THAT(changes(), ElementsAre("?"));
+}
+
+TEST_F(APathWatch, NoticesThatALinkOnTheWayLeadsElsewhere) {
+    for (const char* name : {"first", "second"}) {
+        fs::create_directories(path(name) / "work");
+    }
+    fs::create_directory_symlink("first", path("current"));
+    const std::vector<std::string> paths = {path("current"), path("current/work"),
+                                            path("current/no/config.toml")};
+    for (const char* next : {"second", "first"}) {
+        m_watch.watch(paths);
+        fs::create_directory_symlink(next, path("new"));
+        fs::rename(path("new"), path("current"));
+        EXPECT_THAT(changes(), ElementsAre("?"));
+        m_watch.watch(paths);
+        write("current/work/a.ics");
+        EXPECT_THAT(changes(), ElementsAre("current/work/a.ics"));
+    }
+}
+
+TEST_F(APathWatch, IsNotCaughtByLinksThatLeadInACircle) {
+    fs::create_symlink("b.ics", path("a.ics"));
+    fs::create_symlink("a.ics", path("b.ics"));
+    fs::create_directory_symlink(".", path("self"));
+    m_watch.watch({m_folder.path(), path("a.ics"), path("self/self")});
+    fs::remove(path("b.ics"));
+    EXPECT_THAT(changes(), Contains("?"));
+}
+
+TEST_F(APathWatch, SaysWhyItCannotWatch) {
+    EXPECT_EQ(m_watch.problem(), "");
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit none{0, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    PathWatch blind;
+    setrlimit(RLIMIT_NOFILE, &limit);
+    blind.watch({m_folder.path()});
+    EXPECT_NE(blind.problem(), "");
+    EXPECT_FALSE(blind.readChanges());
 }
 
 TEST_F(APathWatch, SaysThatAnythingMayHaveChangedWhenWordIsLost) {
