@@ -24,7 +24,7 @@ bool isWritableTime(SystemSeconds instant) {
 class AlarmInText {
 public:
     AlarmInText(std::string_view text, const AlarmTarget& target, const EditContext& context)
-        : m_series(text, target.occurrence, context.systemZone), m_context(context),
+        : m_series(text, target.occurrence, context), m_context(context),
           m_error(m_series.error()) {
         if (m_error.empty()) {
             findMoment(target);

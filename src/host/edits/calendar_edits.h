@@ -8,7 +8,8 @@
 namespace plenzo {
 
 /// Changes to an iCalendar text. Each gives the whole new text, in which nothing differs but what
-/// the change names, or says why it cannot be; a text that is damaged anywhere is not changed.
+/// the change names, or says why it cannot be; a text that is damaged anywhere is not changed,
+/// unless the context tolerates that.
 
 /// Acknowledges one alarm of one occurrence (RFC 9074, 6): ACKNOWLEDGED is `now`, or a second after
 /// the alarm's moment when that is still to come.

@@ -120,6 +120,10 @@ public:
     /// deep, a VEVENT in a VEVENT, and properties outside of a component.
     static std::optional<ContentText> fromText(std::string_view text, std::string& whyNot);
 
+    /// Whatever is damaged: the components that a reader finds whole stand in none, and all else is
+    /// kept as it is. Not for a text that somebody's file gets.
+    static ContentText fromDamagedText(std::string_view text);
+
     /// "\r\n" or "\n", as the text's first line has it.
     const std::string& lineEnding() const { return m_lineEnding; }
 

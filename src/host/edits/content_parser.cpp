@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace plenzo {
 
@@ -26,18 +27,23 @@ std::string withoutCarriageReturn(const ContentLine& line) {
     return content;
 }
 
+std::string lineEndingOf(std::string_view text) {
+    const std::size_t newline = text.find('\n');
+    const bool hasCarriageReturn =
+        newline == std::string_view::npos || (newline > 0 && text[newline - 1] == '\r');
+    return hasCarriageReturn ? "\r\n" : "\n";
+}
+
 } // namespace
 
 /// Walks the lines and keeps the stack of open components.
 class ContentParser {
 public:
-    explicit ContentParser(std::string_view text) : m_text(text) {}
+    explicit ContentParser(std::string_view text, int firstLine = 1)
+        : m_text(text), m_nextLine(firstLine) {}
 
     std::optional<ContentText> parse(std::string& whyNot) {
-        const std::size_t newline = m_text.find('\n');
-        const bool hasCarriageReturn =
-            newline == std::string_view::npos || (newline > 0 && m_text[newline - 1] == '\r');
-        m_result.m_lineEnding = hasCarriageReturn ? "\r\n" : "\n";
+        m_result.m_lineEnding = lineEndingOf(m_text);
         while (m_position < m_text.size() && m_fault.empty()) {
             takeLine();
         }
@@ -109,7 +115,7 @@ private:
 
     std::string_view m_text;
     std::size_t m_position = 0;
-    int m_nextLine = 1;
+    int m_nextLine;
     int m_firstLine = 1;
     std::vector<ContentComponent*> m_open;
     std::string m_fault;
@@ -118,6 +124,29 @@ private:
 
 std::optional<ContentText> ContentText::fromText(std::string_view text, std::string& whyNot) {
     return ContentParser(text).parse(whyNot);
+}
+
+ContentText ContentText::fromDamagedText(std::string_view text) {
+    ContentText result;
+    result.m_lineEnding = lineEndingOf(text);
+    std::size_t kept = 0;
+    const auto keepUpTo = [&](std::size_t end) {
+        result.m_parts.push_back(
+            {ContentLine(std::string(text.substr(kept, end - kept))), nullptr});
+    };
+    for (const ComponentBlock& block : contentBlocksOf(text).components) {
+        std::string whyNot;
+        auto parsed = ContentParser(block.text, block.line).parse(whyNot);
+        if (parsed) {
+            const auto begin = static_cast<std::size_t>(block.text.data() - text.data());
+            keepUpTo(begin);
+            std::move(parsed->m_parts.begin(), parsed->m_parts.end(),
+                      std::back_inserter(result.m_parts));
+            kept = begin + block.text.size();
+        }
+    }
+    keepUpTo(text.size());
+    return result;
 }
 
 std::unique_ptr<ContentComponent> componentFromText(std::string_view text,

@@ -29,6 +29,8 @@ struct EditContext {
     SystemSeconds now;
     CalendarZone systemZone;
     std::function<std::string()> newUid;
+    /// For a text that no file gets: what is damaged elsewhere in it does not matter.
+    bool toleratesDamage = false;
 };
 
 /// The text after an edit, or why there is none: then the same edit of the same text never

@@ -88,8 +88,10 @@ void markChanged(ContentComponent& component, SystemSeconds now, std::string_vie
 }
 
 SeriesText::SeriesText(std::string_view text, const OccurrenceTarget& target,
-                       const CalendarZone& systemZone)
-    : m_systemZone(systemZone), m_content(ContentText::fromText(text, m_error)),
+                       const EditContext& context)
+    : m_systemZone(context.systemZone),
+      m_content(context.toleratesDamage ? ContentText::fromDamagedText(text)
+                                        : ContentText::fromText(text, m_error)),
       m_zones(contentBlocksOf(text).components) {
     if (!m_content) {
         return;

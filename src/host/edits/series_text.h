@@ -17,8 +17,7 @@ namespace plenzo {
 /// mean. The text outlives it.
 class SeriesText {
 public:
-    SeriesText(std::string_view text, const OccurrenceTarget& target,
-               const CalendarZone& systemZone);
+    SeriesText(std::string_view text, const OccurrenceTarget& target, const EditContext& context);
     SeriesText(const SeriesText&) = delete;
     SeriesText& operator=(const SeriesText&) = delete;
 

@@ -213,7 +213,7 @@ EditResult completeToDo(std::string_view text, const OccurrenceTarget& target,
     if (target.kind != ItemKind::ToDo) {
         return EditResult::failed("only a to-do can be completed");
     }
-    SeriesText series(text, target, context.systemZone);
+    SeriesText series(text, target, context);
     if (!series.error().empty()) {
         return EditResult::failed(series.error());
     }

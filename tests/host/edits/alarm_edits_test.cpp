@@ -126,6 +126,29 @@ TEST(AcknowledgingAnAlarm, FindsTheItemHoweverItsUidIsWritten) {
     }
 }
 
+TEST(SnoozingAnAlarm, OfADamagedTextIsForTextsThatNoFileGets) {
+    const std::string whole = weekly();
+    const std::string withoutEnd = whole.substr(0, whole.size() - 14);
+    const std::string unended = withoutEnd.substr(0, withoutEnd.size() - 1);
+    const std::string half = "BEGIN:VEVENT\nUID:half\nBEGIN:VALARM\nEND:VEVENT\n";
+    for (const std::string& text :
+         {whole + "X-STRAY:1\n", withoutEnd, unended, withoutEnd + half + "END:VCALENDAR\n",
+          "X-STRAY:1\n" + whole, withoutEnd + std::string("X-NUL:\0\n", 9) + "END:VCALENDAR\n"}) {
+        const AlarmTarget target = alarmTarget(text, ofTwelfth);
+        const SystemSeconds until = instant("2026-03-12T09:30:00Z");
+        EditContext context = editContext("2026-03-12T08:51:00Z");
+        EXPECT_NE(snoozeAlarm(text, target, until, context).error, "") << text;
+        context.toleratesDamage = true;
+        const std::string after = done(snoozeAlarm(text, target, until, context));
+        auto expected = firings(text);
+        std::replace(expected.begin(), expected.end(),
+                     std::string("2026-03-12T09:00 at 2026-03-12T08:50"),
+                     std::string("2026-03-12T09:00 at 2026-03-12T09:30"));
+        EXPECT_EQ(firings(after), expected) << after;
+        EXPECT_EQ(readCalendarText(after).problems.size(), readCalendarText(text).problems.size());
+    }
+}
+
 TEST(SnoozingAnAlarm, OfAnEventThatIsAllOfItsFileKeepsWhatIsThere) {
     const std::string mark = "\xEF\xBB\xBF";
     for (const std::string newline : {"\n", "\r\n"}) {

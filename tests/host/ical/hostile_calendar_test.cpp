@@ -210,4 +210,25 @@ TEST(AMutatedCalendar, IsEditedWholeOrNotAtAll) {
     EXPECT_GT(refused, 50);
 }
 
+TEST(AMutatedCalendar, IsChangedForItsReaderWhereverItCanBeRead) {
+    const std::string sample = fileText(PLENZO_TEST_DATA "/../../samples/work.ics");
+    EditContext context = editContext("2026-03-10T12:00:00Z");
+    context.toleratesDamage = true;
+    const auto window = windowFrom("2026-03-10T12:00:00Z", 3);
+    std::mt19937 random(20260312);
+    int edits = 0;
+    for (int round = 0; round < 200; ++round) {
+        const std::string text = mutated(sample, random);
+        EXPECT_EQ(ContentText::fromDamagedText(text).text(), text);
+        const std::vector<std::string> uids = reminderUidsIn(text, window);
+        for (std::size_t index = 0; index < std::min<std::size_t>(uids.size(), 2); ++index) {
+            const EditResult result =
+                acknowledgeAlarm(text, alarmTarget(text, uids[index]), context);
+            EXPECT_EQ(result.error, "") << text;
+            ++edits;
+        }
+    }
+    EXPECT_GT(edits, 200);
+}
+
 } // namespace plenzo
