@@ -163,7 +163,7 @@ std::string LocalEdits::whyNotAdded(const LocalEdit& edit, std::string fileText)
 }
 
 EditResult LocalEdits::applied(const LocalEdit& edit, std::string_view text) const {
-    const EditContext context{edit.made, m_zone, uidsOf(edit)};
+    const EditContext context{edit.made, m_zone, uidsOf(edit), true};
     return edit.until ? snoozeAlarm(text, edit.target, *edit.until, context)
                       : acknowledgeAlarm(text, edit.target, context);
 }
