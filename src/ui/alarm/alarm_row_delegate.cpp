@@ -46,8 +46,9 @@ AlarmCellView& AlarmRowDelegate::shownCell(const QStyleOptionViewItem& option,
     AlarmCellView& cell = row.isToDo ? *m_cells.task : *m_cells.event;
     cell.setLayoutDirection(option.direction);
     cell.resize(option.rect.size());
+    const bool isHot = m_hotIndex == index && option.state.testFlag(QStyle::State_MouseOver);
     cell.showRow(row, alarmRowColors(row, rowState(option), option.palette),
-                 m_hotIndex == index ? m_hotPart : AlarmCellPart::None);
+                 isHot ? m_hotPart : AlarmCellPart::None);
     return cell;
 }
 
