@@ -89,7 +89,7 @@ void markChanged(ContentComponent& component, SystemSeconds now, std::string_vie
 
 SeriesText::SeriesText(std::string_view text, const OccurrenceTarget& target,
                        const EditContext& context)
-    : m_systemZone(context.systemZone),
+    : m_now(context.now), m_systemZone(context.systemZone),
       m_content(context.toleratesDamage ? ContentText::fromDamagedText(text)
                                         : ContentText::fromText(text, m_error)),
       m_zones(contentBlocksOf(text).components) {
@@ -224,6 +224,7 @@ bool SeriesText::moveFutureOn() {
     if (line) {
         future.setProperty("RECURRENCE-ID", *line, lineEnding());
         moveTimes(future, *next);
+        markChanged(future, m_now, lineEnding());
     }
     return line.has_value();
 }

@@ -59,6 +59,7 @@ private:
     void moveEnd(ContentComponent& component, const Occurrence& occurrence) const;
 
     std::string m_error;
+    SystemSeconds m_now;
     CalendarZone m_systemZone;
     std::optional<ContentText> m_content;
     ZoneTable m_zones;
