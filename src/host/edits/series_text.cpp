@@ -89,7 +89,7 @@ void markChanged(ContentComponent& component, SystemSeconds now, std::string_vie
 
 SeriesText::SeriesText(std::string_view text, const OccurrenceTarget& target,
                        const EditContext& context)
-    : m_systemZone(context.systemZone),
+    : m_now(context.now), m_systemZone(context.systemZone),
       m_content(context.toleratesDamage ? ContentText::fromDamagedText(text)
                                         : ContentText::fromText(text, m_error)),
       m_zones(contentBlocksOf(text).components) {
@@ -165,7 +165,7 @@ ContentComponent* SeriesText::addOverride() {
     const bool isFirstOfFuture =
         &item != m_series.master && isSame(item.recurrenceId, m_occurrence->identity);
     const CalendarItem* master = m_series.master;
-    if (master == nullptr || item.uid.empty() || !m_occurrence->identity || isFirstOfFuture) {
+    if (master == nullptr || item.uid.empty() || !m_occurrence->identity) {
         return nullptr;
     }
     ContentComponent& masterComponent = componentOf(*master);
@@ -182,44 +182,83 @@ ContentComponent* SeriesText::addOverride() {
         copy->removeProperties(name);
     }
     copy->setProperty("RECURRENCE-ID", *line, lineEnding());
-    moveTimes(*copy);
+    moveTimes(*copy, *m_occurrence);
     removeFixedAlarms(*copy, item);
+    if (isFirstOfFuture && !moveFutureOn()) {
+        return nullptr;
+    }
     const auto index = static_cast<std::size_t>(&item - m_items.data());
     return m_parents[index] == nullptr
                ? &m_content->insertAfter(*m_components[index], std::move(copy))
                : &m_parents[index]->insertAfter(*m_components[index], std::move(copy));
 }
 
-void SeriesText::moveTimes(ContentComponent& component) const {
+std::optional<Occurrence> SeriesText::nextOfSameItem() const {
+    constexpr cctz::seconds fourYears(4 * 366 * daySeconds);
+    const SystemSeconds own = instantOf(*m_occurrence->identity, m_systemZone);
+    const ExpansionWindow window{own, own - cctz::seconds(daySeconds), own + fourYears,
+                                 m_systemZone};
+    ExpansionBudget budget = budgetOfSearch;
+    std::optional<Occurrence> next;
+    SystemSeconds atNext = SystemSeconds::max();
+    for (const Occurrence& other : occurrencesOf(m_series, window, {}, budget)) {
+        const bool isLater = other.item == m_occurrence->item && other.identity &&
+                             instantOf(*other.identity, m_systemZone) > own;
+        if (isLater && instantOf(*other.identity, m_systemZone) < atNext) {
+            next = other;
+            atNext = instantOf(*other.identity, m_systemZone);
+        }
+    }
+    return next;
+}
+
+/// Lets the override that applies to the future begin with the next occurrence.
+bool SeriesText::moveFutureOn() {
+    ContentComponent& future = describing();
     const CalendarItem& item = *m_occurrence->item;
+    const auto next = nextOfSameItem();
+    const ContentLine* model = future.property("RECURRENCE-ID");
+    const auto line = !next || model == nullptr
+                          ? std::nullopt
+                          : timeLine("RECURRENCE-ID", *next->identity, *model, *item.recurrenceId);
+    if (line) {
+        future.setProperty("RECURRENCE-ID", *line, lineEnding());
+        moveTimes(future, *next);
+        markChanged(future, m_now, lineEnding());
+    }
+    return line.has_value();
+}
+
+void SeriesText::moveTimes(ContentComponent& component, const Occurrence& occurrence) const {
+    const CalendarItem& item = *occurrence.item;
     const ContentLine* start = component.property("DTSTART");
-    if (start != nullptr && item.start && m_occurrence->start) {
-        if (const auto line = timeLine("DTSTART", *m_occurrence->start, *start, *item.start)) {
+    if (start != nullptr && item.start && occurrence.start) {
+        if (const auto line = timeLine("DTSTART", *occurrence.start, *start, *item.start)) {
             component.setProperty("DTSTART", *line, lineEnding());
         }
     }
-    if (m_occurrence->end) {
-        moveEnd(component);
+    if (occurrence.end) {
+        moveEnd(component, occurrence);
     }
 }
 
 // A length keeps; one that a period of RDATE gives is written as an end.
-void SeriesText::moveEnd(ContentComponent& component) const {
-    const CalendarItem& item = *m_occurrence->item;
+void SeriesText::moveEnd(ContentComponent& component, const Occurrence& occurrence) const {
+    const CalendarItem& item = *occurrence.item;
     const char* name = item.kind == ItemKind::ToDo ? "DUE" : "DTEND";
     const ContentLine* end = component.property(name);
     if (end != nullptr && item.end) {
-        if (const auto line = timeLine(name, *m_occurrence->end, *end, *item.end)) {
+        if (const auto line = timeLine(name, *occurrence.end, *end, *item.end)) {
             component.setProperty(name, *line, lineEnding());
         }
         return;
     }
     const ContentLine* start = component.property("DTSTART");
-    if (start == nullptr || !m_occurrence->start ||
-        isSame(endOf(item, *m_occurrence->start, m_systemZone), m_occurrence->end)) {
+    if (start == nullptr || !occurrence.start ||
+        isSame(endOf(item, *occurrence.start, m_systemZone), occurrence.end)) {
         return;
     }
-    if (const auto line = timeLine(name, *m_occurrence->end, *start, *item.start)) {
+    if (const auto line = timeLine(name, *occurrence.end, *start, *item.start)) {
         component.removeProperties("DURATION");
         component.setProperty(name, *line, lineEnding());
     }

@@ -39,7 +39,8 @@ public:
     /// A component of this occurrence alone, put behind the one that describes it: its copy, with a
     /// RECURRENCE-ID in the form of the series' DTSTART and the times of the occurrence, without
     /// what makes it recur. Alarms at fixed times stay with the series: in a copy they would go off
-    /// twice. Null when there can be none.
+    /// twice. Null when there can be none. Where the describing component is an override that
+    /// begins with this occurrence and applies to the future, that begins with the next one then.
     ContentComponent* addOverride();
 
     /// What a component says, by the zones of the text.
@@ -52,10 +53,13 @@ private:
     void addIfMeant(ContentComponent& component, ContentComponent* parent,
                     const OccurrenceTarget& target);
     void findOccurrence(const OccurrenceTarget& target);
-    void moveTimes(ContentComponent& component) const;
-    void moveEnd(ContentComponent& component) const;
+    std::optional<Occurrence> nextOfSameItem() const;
+    bool moveFutureOn();
+    void moveTimes(ContentComponent& component, const Occurrence& occurrence) const;
+    void moveEnd(ContentComponent& component, const Occurrence& occurrence) const;
 
     std::string m_error;
+    SystemSeconds m_now;
     CalendarZone m_systemZone;
     std::optional<ContentText> m_content;
     ZoneTable m_zones;

@@ -126,6 +126,35 @@ TEST(AcknowledgingAnAlarm, FindsTheItemHoweverItsUidIsWritten) {
     }
 }
 
+TEST(SnoozingAnAlarm, OfTheFirstOfManyThatWereMovedTogetherLeavesTheOthersMoved) {
+    const std::string moved =
+        "BEGIN:VEVENT\nUID:e\nRECURRENCE-ID;TZID=Europe/"
+        "Berlin;RANGE=THISANDFUTURE:20260312T100000\n"
+        "DTSTART;TZID=Europe/Berlin:20260312T113000\nDTEND;TZID=Europe/Berlin:20260312T120000\n"
+        "BEGIN:VALARM\nUID:a\nACTION:DISPLAY\nTRIGGER:-PT10M\nEND:VALARM\nEND:VEVENT\n";
+    const std::string series = weekly();
+    const std::string before = series.substr(0, series.size() - 14) + moved + "END:VCALENDAR\n";
+    auto expected = firings(before);
+    ASSERT_THAT(expected, Contains("2026-03-12T10:30 at 2026-03-12T10:20"));
+    const std::string after =
+        snoozed(before, ofTwelfth, "2026-03-12T11:00:00Z", "2026-03-12T10:21:00Z");
+    EXPECT_THAT(after, HasSubstr("RECURRENCE-ID;TZID=Europe/Berlin:20260312T100000\n"));
+    EXPECT_THAT(after, HasSubstr("RANGE=THISANDFUTURE:20260319T100000\n"
+                                 "DTSTART;TZID=Europe/Berlin:20260319T113000\n"
+                                 "DTEND;TZID=Europe/Berlin:20260319T120000\n"));
+    std::replace(expected.begin(), expected.end(),
+                 std::string("2026-03-12T10:30 at 2026-03-12T10:20"),
+                 std::string("2026-03-12T10:30 at 2026-03-12T11:00"));
+    EXPECT_EQ(firings(after), expected);
+    // And the next one in its turn.
+    const std::string later =
+        snoozed(after, "c~e~20260319T090000Z~a", "2026-03-19T11:00:00Z", "2026-03-19T10:21:00Z");
+    std::replace(expected.begin(), expected.end(),
+                 std::string("2026-03-19T10:30 at 2026-03-19T10:20"),
+                 std::string("2026-03-19T10:30 at 2026-03-19T11:00"));
+    EXPECT_EQ(firings(later), expected);
+}
+
 TEST(SnoozingAnAlarm, OfADamagedTextIsForTextsThatNoFileGets) {
     const std::string whole = weekly();
     const std::string withoutEnd = whole.substr(0, whole.size() - 14);
