@@ -63,34 +63,12 @@ NewItemPlace filePlace(const std::string& path) {
                : nowhere("lies in a folder in which nothing can be written");
 }
 
-bool holdsText(const fs::path& path) {
-    std::error_code error;
-    const auto size = fs::file_size(path, error);
-    return !error && size > 0;
-}
-
-/// Whether a calendar of one file is one of several items to come, each in a file named after it.
-bool isNamedAfterItem(const Calendar& calendar) {
-    const std::string stem = fs::path(calendar.files.front()->path).stem().string();
-    const std::vector<FiledItem> items = itemsOf(calendar);
-    return !items.empty() && std::all_of(items.begin(), items.end(), [&](const FiledItem& filed) {
-        return stem == filed.item->uid || stem == urlSafe(filed.item->uid);
-    });
-}
-
-bool hasFileForEachItem(const Calendar& calendar) {
-    const fs::path folder = fs::path(calendar.files.front()->path).parent_path();
-    return calendar.files.size() > 1 || holdsText(folder / "displayname") ||
-           holdsText(folder / "color") || isNamedAfterItem(calendar);
-}
-
 NewItemPlace placeInCalendar(const Calendar& calendar) {
     if (calendar.isReadOnly) {
         return nowhere("is read-only");
     }
     const std::string& file = calendar.files.front()->path;
-    return hasFileForEachItem(calendar) ? folderPlace(fs::path(file).parent_path().string())
-                                        : filePlace(file);
+    return calendar.isFolder ? folderPlace(fs::path(file).parent_path().string()) : filePlace(file);
 }
 
 NewItemPlace placeInFolder(const std::string& folder, const std::vector<Calendar>& calendars) {

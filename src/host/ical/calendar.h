@@ -23,7 +23,8 @@ struct CalendarFile {
     bool isCalendar = false; // it could be read, and is one
     bool isWhole = false;    // it ends as a calendar does
     bool holdsOneItem = false;
-    std::string title; // what it calls itself, if it does
+    bool isNamedAfterItem = false; // the one that it holds
+    std::string title;             // what it calls itself, if it does
     std::optional<std::uint32_t> color;
     std::vector<CalendarItem> items;
     std::vector<std::string> problems; // "PATH:LINE: text" or "PATH: text"
@@ -37,6 +38,7 @@ struct Calendar {
     std::string title;
     std::uint32_t color = 0; // 0xRRGGBB
     bool isReadOnly = false;
+    bool isFolder = false;                  // with a file for each item
     std::vector<CalendarFilePointer> files; // by their paths
 };
 

@@ -39,6 +39,7 @@ Calendar calendarOfFolder(const CalendarFolder& folder, const Files& files) {
     Calendar calendar =
         emptyCalendar(folder.realPath, folder.displayName.empty() ? name : folder.displayName,
                       colorFromText(folder.color));
+    calendar.isFolder = true;
     for (const StoredFile& stored : files) {
         calendar.isReadOnly = calendar.isReadOnly || !stored.file->isWritable;
         calendar.files.push_back(stored.file);
@@ -94,17 +95,16 @@ private:
     }
 
     void addFolder(const StoredFolder& folder) {
-        const Files files = calendarFilesOf(folder);
-        const bool areSingles =
-            files.size() > 1 && std::all_of(files.begin(), files.end(), [](const auto& stored) {
-                return stored.file->holdsOneItem;
-            });
-        if (folder.folder.isCollection() || areSingles) {
-            m_calendars.push_back(calendarOfFolder(folder.folder, files));
-            return;
+        Files items;
+        for (const StoredFile& stored : calendarFilesOf(folder)) {
+            if (stored.kind == StoredFile::Kind::ItemOfFolder) {
+                items.push_back(stored);
+            } else {
+                m_calendars.push_back(calendarOfFile(stored, realPathOf(folder, stored)));
+            }
         }
-        for (const StoredFile& stored : files) {
-            m_calendars.push_back(calendarOfFile(stored, realPathOf(folder, stored)));
+        if (!items.empty() || folder.isCollection) {
+            m_calendars.push_back(calendarOfFolder(folder.folder, items));
         }
     }
 

@@ -20,10 +20,9 @@ struct CalendarSource {
     bool operator==(const CalendarSource&) const = default;
 };
 
-/// The calendars of a source, in the order of its paths. A file is a calendar; a folder with a
-/// `displayname` or `color` file is one calendar of all its files, and so is one with several files
-/// of which none has a name and each holds a single event or to-do. A calendar is named by the
-/// source, else by itself, else by its folder's or file's name.
+/// The calendars of a source, in the order of its paths. A file is a calendar; a folder is one of
+/// those of its files that are items of it (see `decideKinds`). A calendar is named by the source,
+/// else by itself, else by its folder's or file's name.
 std::vector<Calendar> assembledCalendars(const CalendarSource& source,
                                          const std::vector<StoredPath>& paths);
 

@@ -2,6 +2,7 @@
 
 #include "host/files/file_text.h"
 #include "host/ical/calendar_text.h"
+#include "host/ical/identifiers.h"
 
 #include <strings.h>
 
@@ -9,6 +10,7 @@
 #include <atomic>
 #include <cstddef>
 #include <ctime>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <thread>
@@ -32,6 +34,12 @@ bool haveOneUid(const std::vector<CalendarItem>& items) {
     });
 }
 
+bool isNamedAfter(const std::string& uid, const std::string& path) {
+    const std::string name = std::filesystem::path(path).stem().string();
+    const std::string safe = urlSafe(uid);
+    return !uid.empty() && (name == uid || name == safe || name == "_" + safe);
+}
+
 /// A file that is still being written, or could not be written to its end, is cut short.
 bool endsCalendar(std::string_view text) {
     constexpr std::string_view end = "END:VCALENDAR";
@@ -47,6 +55,7 @@ void take(CalendarText text, CalendarFile& file) {
         file.isCalendar = file.isCalendar && (problem.line > 0 || !text.items.empty());
     }
     file.holdsOneItem = text.title.empty() && haveOneUid(text.items);
+    file.isNamedAfterItem = file.holdsOneItem && isNamedAfter(text.items.front().uid, file.path);
     file.title = std::move(text.title);
     file.color = text.color;
     file.items = std::move(text.items);

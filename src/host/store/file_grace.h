@@ -26,6 +26,7 @@ class FileGrace {
 public:
     /// Not at first: who looks only once does not wait for anything.
     void setGranted(bool isGranted) { m_isGranted = isGranted; }
+    [[nodiscard]] bool isGranted() const { return m_isGranted; }
 
     /// What counts of the file at the path: what was `found` there, null for nothing, or for a
     /// while what is `known` of it. Each may be null.

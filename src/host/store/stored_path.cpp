@@ -73,7 +73,7 @@ StoredFile StoredPath::counting(const std::string& path, const StoredFile& known
         m_newFiles.push_back(file);
     }
     const bool isThere = file == found;
-    return {std::move(file), isThere ? std::string() : known.realPath};
+    return {std::move(file), isThere ? std::string() : known.realPath, known.kind};
 }
 
 StoredFile StoredPath::currentFile(const std::string& path, const StoredFile& known) {
@@ -93,6 +93,14 @@ void StoredPath::lookAtEverything(SteadyTime now) {
     m_grace.forgetEnded(now);
     if (m_grace.isEmpty()) { // else nothing has been missed yet
         m_problems.insert(m_problems.end(), paths.problems.begin(), paths.problems.end());
+    }
+}
+
+void StoredPath::decideKinds(StoredFolder& folder) const {
+    if (m_grace.isGranted()) {
+        plenzo::decideKinds(folder);
+    } else {
+        decideKindsAnew(folder);
     }
 }
 
@@ -122,7 +130,7 @@ void StoredPath::lookAtFolders(std::vector<CalendarFolder> found) {
 }
 
 StoredFolder StoredPath::storedFolder(CalendarFolder folder) {
-    StoredFolder stored{std::move(folder), {}, {}};
+    StoredFolder stored{std::move(folder), {}, {}, false};
     stored.absolutePath = absolutePath(stored.folder.path);
     const StoredFolder* known = knownFolder(stored.absolutePath);
     const Files none;
@@ -144,6 +152,8 @@ StoredFolder StoredPath::storedFolder(CalendarFolder folder) {
         addRealPath(stored, stored.files.back());
     }
     keepMissingFiles(knownFiles, stored.files);
+    stored.isCollection = known != nullptr && known->isCollection;
+    decideKinds(stored);
     return stored;
 }
 
@@ -223,6 +233,7 @@ bool StoredPath::lookAtFileIn(StoredFolder& folder, const std::string& name) {
     } else if (known.file) {
         folder.files[static_cast<std::size_t>(place - folder.files.begin())] = std::move(file);
     }
+    decideKinds(folder);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "host/store/calendar_amendments.h"
 #include "host/store/calendar_folder.h"
 #include "host/store/file_grace.h"
+#include "host/store/stored_folder.h"
 
 #include <set>
 #include <string>
@@ -11,21 +12,10 @@
 
 namespace plenzo {
 
-/// What counts of a file, which may have gone a moment ago.
-struct StoredFile {
-    CalendarFilePointer file; // null for none
-    std::string realPath;     // when it was last there
-};
-
-/// A folder with what was read of its files: `folder.files` is empty, `files` are in its place.
-struct StoredFolder {
-    CalendarFolder folder;
-    std::string absolutePath;
-    std::vector<StoredFile> files; // by their paths
-};
-
 /// A path of the configuration with everything that was read there. Reads a file again only when it
 /// may have changed, and keeps the others, also those that are away for a moment.
+/// Where these are borne with, a file also stays what it was taken for: a calendar of its own, or
+/// an item of its folder.
 class StoredPath {
 public:
     /// The amendments, which may be null, outlive it.
@@ -55,6 +45,7 @@ private:
     StoredFile counting(const std::string& path, const StoredFile& known,
                         const CalendarFilePointer& found);
     StoredFile currentFile(const std::string& path, const StoredFile& known);
+    void decideKinds(StoredFolder& folder) const;
     void lookAtFolders(std::vector<CalendarFolder> found);
     StoredFolder storedFolder(CalendarFolder folder);
     void keepMissingFiles(const std::vector<StoredFile>& known, std::vector<StoredFile>& files);

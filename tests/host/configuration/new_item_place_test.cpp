@@ -151,6 +151,16 @@ TEST_F(ANewItem, GetsAFileOfItsOwnInAFolderOfItems) {
     }
 }
 
+TEST_F(ANewItem, DoesNotMakeAFolderOfACalendarThatIsOneFile) {
+    write("lone/work.ics", "", "one");
+    write("named/one.ics", "Named", "one");
+    ConfiguredCalendar& chosen = configure("");
+    chosen.path = path("lone");
+    EXPECT_EQ(place(), "file lone/work.ics");
+    chosen.path = path("named");
+    EXPECT_EQ(place(), "file named/one.ics");
+}
+
 TEST_F(ANewItem, OfAFolderWithSeveralCalendarsGoesIntoTheFirstThatCanBeWritten) {
     write("files/a.ics");
     write("files/b.ics");
