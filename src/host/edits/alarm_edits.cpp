@@ -1,6 +1,7 @@
 #include "host/edits/alarm_parts.h"
 #include "host/edits/calendar_edits.h"
 #include "host/edits/series_text.h"
+#include "host/edits/time_lines.h"
 #include "host/records/alarm_entries.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "host/edits/alarm_parts.h"
 
-#include "host/edits/series_text.h"
+#include "host/edits/time_lines.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,6 @@
 #include "host/edits/calendar_edits.h"
 #include "host/edits/series_text.h"
+#include "host/edits/time_lines.h"
 #include "host/ical/recurrence_rule.h"
 
 #include <algorithm>
