@@ -169,12 +169,12 @@ TEST_F(ACommandQueue, SnoozesIntoTheFutureHoweverLateTheCommandComes) {
 
 TEST_F(ACommandQueue, KnowsAnAlarmByTheNameThatItHadBeforeTheLastCommand) {
     const std::string alarm = "BEGIN:VALARM\nACTION:DISPLAY\nTRIGGER:-PT5M\nEND:VALARM\n";
-    put("work", fileAround("BEGIN:VEVENT\nUID:work\nDTSTART:20260312T100000Z\n" + alarm + alarm +
+    put("work", fileAround("BEGIN:VEVENT\nUID:twins\nDTSTART:20260312T100000Z\n" + alarm + alarm +
                            "END:VEVENT\n"));
     std::vector<std::string> uids;
     const auto alarms = world.calendars().calendars.back().files.front()->items[0].alarms;
     for (const AlarmDefinition& one : alarms) {
-        uids.push_back(uid("work", "work~20260312T100000Z~" + one.uid));
+        uids.push_back(uid("work", "twins~20260312T100000Z~" + one.uid));
     }
     ASSERT_EQ(uids.size(), 2U);
     receive("snooze/" + uids[0] + "/795013200");
