@@ -38,8 +38,7 @@ protected:
                const std::string& title = "") {
         std::string components = title.empty() ? "" : "NAME:" + title + "\n";
         for (const std::string& uid : uids) {
-            components +=
-                "BEGIN:VEVENT\nUID:" + uid + "\nDTSTART:20260310T100000Z\nEND:VEVENT\n";
+            components += "BEGIN:VEVENT\nUID:" + uid + "\nDTSTART:20260310T100000Z\nEND:VEVENT\n";
         }
         std::ofstream(m_folder.file(name)) << fileAround(components);
     }
