@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <unordered_set>
+#include <utility>
 
 namespace plenzo {
 
@@ -47,71 +48,11 @@ Calendar calendarOfFolder(const CalendarFolder& folder, const Files& files) {
     return calendar;
 }
 
-/// The calendars of one source on the way.
-class Assembly {
-public:
-    explicit Assembly(const std::vector<StoredPath>& paths) : m_mayRepeat(paths.size() > 1) {
-        for (const StoredPath& path : paths) {
-            for (const StoredFolder& folder : path.folders()) {
-                m_mayRepeat = m_mayRepeat || folder.folder.hasLinks;
-            }
-        }
-    }
-
-    void add(const StoredPath& path) {
-        const StoredFile& stored = path.file();
-        if (stored.file && stored.file->isCalendar && isNew(stored.realPath)) {
-            m_calendars.push_back(calendarOfFile(stored, stored.realPath));
-        }
-        for (const StoredFolder& folder : path.folders()) {
-            if (!folder.files.empty()) {
-                addFolder(folder);
-            }
-        }
-    }
-
-    std::vector<Calendar> take() { return std::move(m_calendars); }
-
-private:
-    bool isNew(const std::string& realPath) {
-        return !m_mayRepeat || m_known.insert(realPath).second;
-    }
-
-    static std::string realPathOf(const StoredFolder& folder, const StoredFile& stored) {
-        const fs::path name = fs::path(stored.file->path).filename();
-        return stored.realPath.empty() ? (fs::path(folder.folder.realPath) / name).string()
-                                       : stored.realPath;
-    }
-
-    Files calendarFilesOf(const StoredFolder& folder) {
-        Files files;
-        files.reserve(folder.files.size());
-        for (const StoredFile& stored : folder.files) {
-            if (stored.file->isCalendar && (!m_mayRepeat || isNew(realPathOf(folder, stored)))) {
-                files.push_back(stored);
-            }
-        }
-        return files;
-    }
-
-    void addFolder(const StoredFolder& folder) {
-        Files items;
-        for (const StoredFile& stored : calendarFilesOf(folder)) {
-            if (stored.kind == StoredFile::Kind::ItemOfFolder) {
-                items.push_back(stored);
-            } else {
-                m_calendars.push_back(calendarOfFile(stored, realPathOf(folder, stored)));
-            }
-        }
-        if (!items.empty() || folder.isCollection) {
-            m_calendars.push_back(calendarOfFolder(folder.folder, items));
-        }
-    }
-
-    bool m_mayRepeat;
-    std::unordered_set<std::string> m_known;
-    std::vector<Calendar> m_calendars;
-};
+std::string realPathOf(const StoredFolder& folder, const StoredFile& stored) {
+    const fs::path name = fs::path(stored.file->path).filename();
+    return stored.realPath.empty() ? (fs::path(folder.folder.realPath) / name).string()
+                                   : stored.realPath;
+}
 
 void dress(Calendar& calendar, const CalendarSource& source, bool isOnly) {
     calendar.isReadOnly = calendar.isReadOnly || source.isReadOnly;
@@ -121,19 +62,86 @@ void dress(Calendar& calendar, const CalendarSource& source, bool isOnly) {
     }
 }
 
+/// Whether a file may lie on several of the paths.
+bool mayOverlap(const std::vector<const StoredPath*>& paths) {
+    std::unordered_set<std::string> places;
+    bool hasLinks = false;
+    bool isTwice = false;
+    for (const StoredPath* path : paths) {
+        for (const StoredFolder& folder : path->folders()) {
+            hasLinks = hasLinks || folder.folder.hasLinks;
+            isTwice = !places.insert(folder.folder.realPath).second || isTwice;
+        }
+        isTwice = (path->file().file && !places.insert(path->file().realPath).second) || isTwice;
+    }
+    return hasLinks || isTwice ||
+           std::any_of(paths.begin(), paths.end(), [&](const StoredPath* path) {
+               return path->file().file &&
+                      places.contains(fs::path(path->file().realPath).parent_path().string());
+           });
+}
+
 } // namespace
 
-std::vector<Calendar> assembledCalendars(const CalendarSource& source,
-                                         const std::vector<StoredPath>& paths) {
-    Assembly assembly(paths);
+CalendarAssembly::CalendarAssembly(const std::vector<const StoredPath*>& paths)
+    : m_mayRepeat(mayOverlap(paths)) {}
+
+std::vector<Calendar> CalendarAssembly::calendarsOf(const CalendarSource& source,
+                                                    const std::vector<StoredPath>& paths) {
+    m_takenCount = 0;
     for (const StoredPath& path : paths) {
-        assembly.add(path);
+        add(path);
     }
-    std::vector<Calendar> calendars = assembly.take();
+    std::vector<Calendar> calendars = std::exchange(m_calendars, {});
+    const bool isOnly = calendars.size() == 1 && m_takenCount == 0;
     for (Calendar& calendar : calendars) {
-        dress(calendar, source, calendars.size() == 1);
+        dress(calendar, source, isOnly);
     }
     return calendars;
+}
+
+void CalendarAssembly::add(const StoredPath& path) {
+    const StoredFile& stored = path.file();
+    if (stored.file && stored.file->isCalendar && isNew(stored.realPath)) {
+        m_calendars.push_back(calendarOfFile(stored, stored.realPath));
+    }
+    for (const StoredFolder& folder : path.folders()) {
+        if (!folder.files.empty()) {
+            addFolder(folder);
+        }
+    }
+}
+
+void CalendarAssembly::addFolder(const StoredFolder& folder) {
+    Files items;
+    const Files files = newFilesOf(folder);
+    for (const StoredFile& stored : files) {
+        if (stored.kind == StoredFile::Kind::ItemOfFolder) {
+            items.push_back(stored);
+        } else {
+            m_calendars.push_back(calendarOfFile(stored, realPathOf(folder, stored)));
+        }
+    }
+    if (!items.empty() || folder.isCollection) {
+        m_calendars.push_back(calendarOfFolder(folder.folder, items));
+    }
+}
+
+bool CalendarAssembly::isNew(const std::string& realPath) {
+    return !m_mayRepeat || m_known.insert(realPath).second;
+}
+
+Files CalendarAssembly::newFilesOf(const StoredFolder& folder) {
+    Files files;
+    files.reserve(folder.files.size());
+    for (const StoredFile& stored : folder.files) {
+        if (stored.file->isCalendar && (!m_mayRepeat || isNew(realPathOf(folder, stored)))) {
+            files.push_back(stored);
+        } else if (stored.kind == StoredFile::Kind::OwnCalendar) {
+            ++m_takenCount;
+        }
+    }
+    return files;
 }
 
 } // namespace plenzo

@@ -133,10 +133,17 @@ void CalendarStore::waitForGraceEnd(SteadyTime now) {
 }
 
 void CalendarStore::assemble() {
+    std::vector<const StoredPath*> paths;
+    for (const StoredSource& source : m_sources) {
+        for (const StoredPath& path : source.paths) {
+            paths.push_back(&path);
+        }
+    }
     m_set.calendars.clear();
+    CalendarAssembly assembly(paths);
     std::unordered_set<std::string> known;
     for (const StoredSource& source : m_sources) {
-        for (Calendar& calendar : assembledCalendars(source.source, source.paths)) {
+        for (Calendar& calendar : assembly.calendarsOf(source.source, source.paths)) {
             if (known.insert(calendar.uid).second) {
                 m_set.calendars.push_back(std::move(calendar));
             }

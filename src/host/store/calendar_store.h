@@ -23,7 +23,8 @@ public:
     /// From now on the calendars are of these sources.
     void setSources(const std::vector<CalendarSource>& sources);
 
-    /// Reads what may have changed. A calendar that several sources name counts once.
+    /// Reads what may have changed. A file that several sources name counts for the
+    /// first of them.
     void update(const PathChanges& changes);
 
     /// From now on files that are away or damaged count for a moment as they were (see

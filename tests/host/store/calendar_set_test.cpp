@@ -3,6 +3,7 @@
 #include "host/store/agent_events.h"
 #include "host/store/calendar_records.h"
 #include "host/store/calendar_set.h"
+#include "host/store/calendar_store.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -101,6 +102,25 @@ TEST_F(ACalendarSet, TellsTheSameEventInTwoCalendarsApart) {
     ASSERT_EQ(events.all().size(), 2U);
     EXPECT_NE(events.all()[0].dictionary()->stringForKey("uid"),
               events.all()[1].dictionary()->stringForKey("uid"));
+}
+
+TEST_F(ACalendarSet, HoldsAFileOfSeveralSourcesInTheFirstOfThem) {
+    const std::string one = writeEvent("sync/one.ics");
+    writeEvent("sync/two.ics");
+    const CalendarSource folder{{m_folder.file("sync")}, "Folder", {}, false};
+    const CalendarSource file{{m_folder.file("sync/../sync/one.ics")}, "File", {}, false};
+    const auto titlesInOrder = [](const std::vector<CalendarSource>& sources) {
+        CalendarStore store;
+        store.setSources(sources);
+        store.update({});
+        return titlesOf(store.calendars());
+    };
+    EXPECT_THAT(titlesInOrder({folder, file}), ElementsAre("Folder 2"));
+    EXPECT_THAT(titlesInOrder({file, folder}), ElementsAre("File 1", "Folder 1"));
+    EXPECT_THAT(titlesInOrder({file, file, folder, folder}), ElementsAre("File 1", "Folder 1"));
+    std::filesystem::create_symlink(one, m_folder.file("link.ics"));
+    const CalendarSource link{{m_folder.file("link.ics")}, "Link", {}, false};
+    EXPECT_THAT(titlesInOrder({link, folder, file}), ElementsAre("Link 1", "Folder 1"));
 }
 
 TEST_F(ACalendarSet, BecomesASourceListWithOneHeading) {
