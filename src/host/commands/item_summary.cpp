@@ -136,7 +136,7 @@ ItemSummary itemSummary(const Calendar& calendar, const OccurrenceTarget& target
         return summary;
     }
     const CalendarItem& item = *description.item();
-    summary.title = item.title;
+    summary.title = shownTitle(item);
     summary.when = whenOf(description, target, zone);
     summary.location = item.location;
     summary.people = joined(item.attendees);
@@ -150,7 +150,7 @@ ItemSummary itemSummary(const Calendar& calendar, const OccurrenceTarget& target
 }
 
 std::string summaryPage(const ItemSummary& summary) {
-    const std::string title = escaped(summary.title.empty() ? "Untitled" : summary.title);
+    const std::string title = escaped(summary.title);
     std::string page = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\">"
                        "<meta name=\"viewport\" content=\"width=device-width\">"
                        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "

@@ -78,4 +78,9 @@ struct CalendarItem {
     std::vector<AlarmDefinition> alarms;
 };
 
+/// The title for people, who take a row without one for a fault.
+inline std::string shownTitle(const CalendarItem& item) {
+    return item.title.empty() ? "Untitled" : item.title;
+}
+
 } // namespace plenzo

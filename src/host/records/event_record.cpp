@@ -94,7 +94,7 @@ Dictionary commonRecord(std::string_view uid, ItemType type, const Occurrence& o
                         const SeriesContext& context) {
     Dictionary record{{keys::uid, uid},
                       {keys::type, static_cast<int>(type)},
-                      {keys::title, occurrence.item->title}};
+                      {keys::title, shownTitle(*occurrence.item)}};
     setTexts(record, *occurrence.item, context);
     setKind(record, *occurrence.item);
     setCalendar(record, context.calendar);
