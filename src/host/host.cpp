@@ -56,6 +56,11 @@ Host::Host(HostOptions options)
 
 /// Paths on the command line take the place of the calendars that are configured.
 void Host::readConfiguration() {
+    const SteadyTime now = steadyTime();
+    if (m_configurationGrace.bears(configurationFile(), now)) {
+        m_configurationLook.expireIn(static_cast<int>((*m_configurationGrace.end() - now).count()));
+        return;
+    }
     const std::string path = configurationPath(m_options.configurationPath);
     m_configuration = path.empty() ? defaultConfiguration() : loadConfiguration(path);
     for (const ConfigurationProblem& problem : m_configuration.problems) {
@@ -151,6 +156,10 @@ LoopEnd Host::serveOn(sdbus::IConnection& connection, CommandDesk& commands) {
         pushChanges(anything); // not every file system tells of its changes
     });
     loop.watch(m_store.bearWithAbsentFiles(), [&] { pushChanges({}); });
+    loop.watch(m_configurationLook.descriptor(), [&] {
+        m_configurationLook.acknowledge();
+        pushChanges({});
+    });
     loop.watch(m_ownChange.descriptor(), [&] {
         m_ownChange.acknowledge();
         pushChanges(std::exchange(m_ownChanges, {}));

@@ -6,6 +6,7 @@
 #include "host/commands/command_execution.h"
 #include "host/commands/local_edits.h"
 #include "host/configuration/configuration.h"
+#include "host/configuration/configuration_grace.h"
 #include "host/loop/host_loop.h"
 #include "host/loop/one_shot_timer.h"
 #include "host/store/agent_events.h"
@@ -71,6 +72,8 @@ private:
 
     HostOptions m_options;
     Configuration m_configuration;
+    ConfigurationGrace m_configurationGrace;
+    OneShotTimer m_configurationLook{CLOCK_MONOTONIC};
     FileReplacementOnDisk m_files;
     LocalEdits m_localEdits;
     PathChanges m_ownChanges;
