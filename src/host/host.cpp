@@ -128,7 +128,7 @@ int Host::serve() {
 }
 
 /// Whether another host takes the commands of the command line.
-bool Host::handOver(sdbus::IConnection& connection) {
+bool Host::handOver(sdbus::IConnection& connection) const {
     return !m_options.commandUrls.empty() && sendToRunningHost(connection, m_options.commandUrls);
 }
 

@@ -51,7 +51,7 @@ private:
     std::string zoneName() override { return m_options.zoneName; }
     void noteEdit(const std::string& calendarFile) override;
 
-    bool handOver(sdbus::IConnection& connection);
+    bool handOver(sdbus::IConnection& connection) const;
     /// Serves as the only host on the bus, in one time zone.
     LoopEnd serveOn(sdbus::IConnection& connection, CommandDesk& commands);
     bool followZone(const std::string& name);

@@ -60,8 +60,8 @@ StateFile readStateFile(FileReplacement& files, const std::string& path) {
         return {{}, isDamaged ? setAside(files, path) : std::string()};
     }
     StateFile result;
-    for (std::size_t index = 0; index < all->size(); ++index) {
-        if (const Dictionary* dictionary = (*all)[index].dictionary()) {
+    for (const Value& entry : *all) {
+        if (const Dictionary* dictionary = entry.dictionary()) {
             result.dictionaries.push_back(*dictionary);
         }
     }

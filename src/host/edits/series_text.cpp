@@ -152,7 +152,7 @@ ContentComponent* SeriesText::addOverride() {
 }
 
 std::optional<Occurrence> SeriesText::nextOfSameItem() const {
-    constexpr cctz::seconds fourYears(4 * 366 * daySeconds);
+    constexpr cctz::seconds fourYears(4LL * 366 * daySeconds);
     const SystemSeconds own = instantOf(*m_occurrence->identity, m_systemZone);
     const ExpansionWindow window{own, own - cctz::seconds(daySeconds), own + fourYears,
                                  m_systemZone};

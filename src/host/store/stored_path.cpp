@@ -106,6 +106,7 @@ void StoredPath::decideKinds(StoredFolder& folder) const {
 
 void StoredPath::lookAtFolders(std::vector<CalendarFolder> found) {
     std::vector<StoredFolder> folders;
+    folders.reserve(found.size());
     for (CalendarFolder& folder : found) {
         folders.push_back(storedFolder(std::move(folder)));
     }
