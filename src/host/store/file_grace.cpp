@@ -46,7 +46,8 @@ FileGrace::Absence& FileGrace::absenceOf(const std::string& path, SteadyTime now
     const Fault fault = faultAt(path);
     const SteadyTime latestEnd = now + graceWhenDamaged;
     const SteadyTime ownEnd = fault == Fault::Gone ? now + graceWhenGone : latestEnd;
-    const auto [known, isNew] = m_absences.try_emplace(path, nullptr, fault, latestEnd, ownEnd);
+    const auto [known, isNew] =
+        m_absences.try_emplace(path, Absence{nullptr, fault, latestEnd, ownEnd});
     Absence& absence = known->second;
     if (!isNew && absence.fault != fault) { // no series of faults goes on for ever
         absence.fault = fault;
