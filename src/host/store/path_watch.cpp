@@ -130,10 +130,11 @@ void PathWatch::watchFile(const std::string& path) {
 }
 
 void PathWatch::watchLinks(const std::vector<std::string>& links) {
-    for (const fs::path link : links) {
-        Folder* folder = addFolder(link.parent_path().string());
+    for (const std::string& link : links) {
+        const fs::path path = link;
+        Folder* folder = addFolder(path.parent_path().string());
         if (folder != nullptr) {
-            folder->links.insert(link.filename().string());
+            folder->links.insert(path.filename().string());
         }
     }
 }
