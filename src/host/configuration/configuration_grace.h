@@ -7,9 +7,9 @@
 
 namespace plenzo {
 
-/// Bears with a configuration that is away, or empty, for less than five seconds: editors put the new
-/// file into the place of the old one in several steps, and without calendars every alarm would be
-/// taken back.
+/// Bears with a configuration that is away, or empty, for less than five seconds: editors put the
+/// new file into the place of the old one in several steps, and without calendars every alarm would
+/// be taken back.
 class ConfigurationGrace {
 public:
     /// Whether the configuration still counts as it was, whatever the file is now.
