@@ -1,7 +1,9 @@
 #include "host/files/file_replacement.h"
 
+#include "host/files/file_paths.h"
 #include "host/files/file_text.h"
 #include "host/files/new_file_names.h"
+#include "host/files/path_way.h"
 #include "linux/wire/file_descriptor.h"
 
 #include <fcntl.h>
@@ -11,8 +13,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace plenzo {
 
@@ -37,9 +37,7 @@ std::string writeAll(int descriptor, const std::string& text) {
 } // namespace
 
 std::string FileReplacementOnDisk::realPath(const std::string& path) {
-    std::error_code error;
-    const auto real = std::filesystem::weakly_canonical(path, error);
-    return error ? path : real.string();
+    return wayOf(absolutePath(path)).place; // also where nothing stands yet
 }
 
 FoundFile FileReplacementOnDisk::read(const std::string& path) {

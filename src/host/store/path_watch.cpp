@@ -1,8 +1,8 @@
 #include "host/store/path_watch.h"
 
 #include "host/files/file_paths.h"
+#include "host/files/path_way.h"
 #include "host/store/calendar_folder.h"
-#include "host/store/path_way.h"
 
 #include <sys/inotify.h>
 #include <sys/stat.h>

@@ -60,6 +60,15 @@ TEST_F(ACalendarWriter, ReplacesTheFileAndKeepsItsModeAndItsLink) {
     EXPECT_EQ(names().size(), 2U);
 }
 
+TEST_F(ACalendarWriter, MakesTheFileThatALinkIsToLeadTo) {
+    const std::string link = (m_folder / "link.ics").string();
+    fs::create_symlink("../" + m_folder.filename().string() + "/made.ics", link);
+    BreakableFiles files;
+    EXPECT_EQ(CalendarWriter(files).applyOrCreate(link, appendNew).error, "");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_THAT(names(), testing::UnorderedElementsAre("c.ics", "link.ics", "made.ics"));
+}
+
 TEST_F(ACalendarWriter, LeavesTheOldTextOrTheNewOneWhereverThePowerIsCut) {
     for (int step = -1; step < 3; ++step) {
         put("old");

@@ -1,4 +1,4 @@
-#include "host/store/path_way.h"
+#include "host/files/path_way.h"
 
 #include <cstddef>
 #include <deque>
