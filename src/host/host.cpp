@@ -97,6 +97,7 @@ void Host::addWeatherTo(Dictionary& everything) {
 }
 
 int Host::serve() {
+    HostLoop::blockTerminationSignals(); // whoever sees the name on the bus may end the program
     std::string error;
     const auto connection = sessionBus(error);
     if (!connection) {

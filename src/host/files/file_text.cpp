@@ -7,12 +7,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
-
-namespace fs = std::filesystem;
 
 namespace plenzo {
 
@@ -55,18 +54,17 @@ bool allowsWriting(const std::string& path, const struct stat& status, int acces
 
 /// That of the file itself, where the path is a link.
 std::string folderOfFile(const std::string& path) {
-    std::error_code error;
-    const bool isLink = fs::is_symlink(fs::symlink_status(path, error));
-    const fs::path real = isLink ? fs::weakly_canonical(path, error) : fs::path(path);
-    return real.has_parent_path() ? real.parent_path().string() : ".";
+    struct stat status {};
+    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
+        std::error_code error;
+        return std::filesystem::weakly_canonical(path, error).parent_path().string();
+    }
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 /// In a folder such as /tmp everybody may replace only what is theirs.
-bool isReplaceable(const struct stat& file, const std::string& folderPath) {
-    struct stat folder {};
-    if (stat(folderPath.c_str(), &folder) != 0 || !allowsWriting(folderPath, folder, W_OK | X_OK)) {
-        return false;
-    }
+bool mayReplaceIn(const struct stat& folder, const struct stat& file) {
     const uid_t user = geteuid();
     return (folder.st_mode & S_ISVTX) == 0 || user == 0 || user == file.st_uid ||
            user == folder.st_uid;
@@ -75,6 +73,11 @@ bool isReplaceable(const struct stat& file, const std::string& folderPath) {
 } // namespace
 
 FileText readFileText(const std::string& path, std::size_t mostBytes) {
+    FileAccess access;
+    return readFileText(path, mostBytes, access);
+}
+
+FileText readFileText(const std::string& path, std::size_t mostBytes, FileAccess& access) {
     FileText result;
     struct stat status {};
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -83,14 +86,26 @@ FileText readFileText(const std::string& path, std::size_t mostBytes) {
     if (result.error.empty()) {
         result.text.resize(static_cast<std::size_t>(status.st_size));
         result.error = readAll(file, result.text);
-        result.isWritable = isWritableFile(path, status);
+        result.isWritable = access.isWritable(path, status);
     }
     return result;
 }
 
-bool isWritableFile(const std::string& path, const struct stat& status) {
-    return allowsWriting(path, status, W_OK) && canKeepOwner(status) &&
-           isReplaceable(status, folderOfFile(path));
+bool FileAccess::isWritable(const std::string& path, const struct stat& status) {
+    if (!allowsWriting(path, status, W_OK) || !canKeepOwner(status)) {
+        return false;
+    }
+    const std::string folder = folderOfFile(path);
+    if (folder != m_folder) {
+        lookAt(folder);
+    }
+    return m_allowsWriting && mayReplaceIn(m_status, status);
+}
+
+void FileAccess::lookAt(const std::string& folder) {
+    m_folder = folder;
+    m_allowsWriting =
+        stat(folder.c_str(), &m_status) == 0 && allowsWriting(folder, m_status, W_OK | X_OK);
 }
 
 } // namespace plenzo

@@ -2,6 +2,8 @@
 
 #include "host/files/file_stamp.h"
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <string>
 
@@ -17,11 +19,23 @@ struct FileText {
 
 inline constexpr std::size_t largestFileBytes = std::size_t{256} << 20;
 
+/// Says whether the user may put another file in a file's place: may write to it and to its folder,
+/// and can leave everybody the access that they have. It remembers the last folder, so it is for
+/// one look at files.
+class FileAccess {
+public:
+    bool isWritable(const std::string& path, const struct stat& status);
+
+private:
+    void lookAt(const std::string& folder);
+
+    std::string m_folder;
+    struct stat m_status {};
+    bool m_allowsWriting = false; // in the folder
+};
+
 /// Reads a regular file of at most so many bytes; never waits (for the writer of a pipe, say).
 FileText readFileText(const std::string& path, std::size_t mostBytes = largestFileBytes);
-
-/// Whether the user may put another file in its place: writes to it and to its folder, and leaves
-/// everybody the access that they have.
-bool isWritableFile(const std::string& path, const struct stat& status);
+FileText readFileText(const std::string& path, std::size_t mostBytes, FileAccess& access);
 
 } // namespace plenzo

@@ -12,12 +12,16 @@ namespace plenzo {
 
 namespace {
 
-int blockedTerminationSignals() {
+sigset_t terminationSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    return signals;
+}
+
+int openTerminationSignals() {
+    const sigset_t signals = terminationSignals();
     return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
@@ -33,7 +37,14 @@ bool processPending(sdbus::IConnection& connection) {
 
 } // namespace
 
-HostLoop::HostLoop() : m_signals(blockedTerminationSignals()) {}
+HostLoop::HostLoop() : m_signals(openTerminationSignals()) {
+    blockTerminationSignals();
+}
+
+void HostLoop::blockTerminationSignals() {
+    const sigset_t signals = terminationSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
 
 LoopEnd HostLoop::run(sdbus::IConnection& connection) {
     LoopEnd end = LoopEnd::None;

@@ -20,6 +20,9 @@ class HostLoop {
 public:
     HostLoop();
 
+    /// From then on it is for the next loop to end by them.
+    static void blockTerminationSignals();
+
     /// Calls `ready` whenever the descriptor, which outlives the loop, can be read.
     void watch(int descriptor, std::function<void()> ready) {
         m_watches.emplace_back(descriptor, std::move(ready));

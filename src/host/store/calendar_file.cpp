@@ -88,13 +88,11 @@ std::size_t helpersFor(std::size_t fileCount) {
     return std::min({fileCount / worthAThread, processors - 1, most});
 }
 
-} // namespace
-
-CalendarFilePointer readCalendarFile(const std::string& path,
-                                     const CalendarAmendments* amendments) {
+CalendarFilePointer readWith(FileAccess& access, const std::string& path,
+                             const CalendarAmendments* amendments) {
     const auto file = std::make_shared<CalendarFile>();
     const timespec before = fileSystemTime();
-    FileText read = readFileText(path);
+    FileText read = readFileText(path, largestFileBytes, access);
     file->path = path;
     file->stamp = read.stamp;
     file->hasLastingStamp = isLasting(read.stamp, before);
@@ -112,14 +110,30 @@ CalendarFilePointer readCalendarFile(const std::string& path,
     return file;
 }
 
+CalendarFilePointer currentWith(FileAccess& access, const std::string& path,
+                                const CalendarFilePointer& known,
+                                const CalendarAmendments* amendments) {
+    struct stat status {};
+    const bool isSame =
+        known && known->hasLastingStamp && stat(path.c_str(), &status) == 0 &&
+        fileStamp(status) == known->stamp &&
+        known->amendmentVersion == versionOf(path, amendments) &&
+        (!known->isCalendar || access.isWritable(path, status) == known->isWritable);
+    return isSame ? known : readWith(access, path, amendments);
+}
+
+} // namespace
+
+CalendarFilePointer readCalendarFile(const std::string& path,
+                                     const CalendarAmendments* amendments) {
+    FileAccess access;
+    return readWith(access, path, amendments);
+}
+
 CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known,
                                         const CalendarAmendments* amendments) {
-    struct stat status {};
-    const bool isSame = known && known->hasLastingStamp && stat(path.c_str(), &status) == 0 &&
-                        fileStamp(status) == known->stamp &&
-                        known->amendmentVersion == versionOf(path, amendments) &&
-                        (!known->isCalendar || isWritableFile(path, status) == known->isWritable);
-    return isSame ? known : readCalendarFile(path, amendments);
+    FileAccess access;
+    return currentWith(access, path, known, amendments);
 }
 
 std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted,
@@ -127,8 +141,9 @@ std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFi
     std::vector<CalendarFilePointer> files(wanted.size());
     std::atomic<std::size_t> next = 0;
     const auto readOneAfterTheOther = [&] {
+        FileAccess access;
         for (std::size_t index = next++; index < wanted.size(); index = next++) {
-            files[index] = currentCalendarFile(wanted[index].path, wanted[index].known, amendments);
+            files[index] = currentWith(access, wanted[index].path, wanted[index].known, amendments);
         }
     };
     std::vector<std::jthread> helpers;
