@@ -97,7 +97,6 @@ void Host::addWeatherTo(Dictionary& everything) {
 }
 
 int Host::serve() {
-    HostLoop::blockTerminationSignals(); // whoever sees the name on the bus may end the program
     std::string error;
     const auto connection = sessionBus(error);
     if (!connection) {
@@ -107,6 +106,7 @@ int Host::serve() {
     if (handOver(*connection)) {
         return 0;
     }
+    HostLoop::blockTerminationSignals(); // whoever sees the name on the bus may end the program
     CommandDesk commands(*this, m_files, m_localEdits, *connection);
     if (!commands.takeName()) {
         if (handOver(*connection)) { // to one that started at the same moment
