@@ -48,7 +48,7 @@ std::string timeText(const CalendarTime& time, const CalendarZone& zone) {
 }
 
 std::string spanText(const CalendarTime& start, const CalendarTime& end, const CalendarZone& zone) {
-    const std::string from = timeText(start, zone);
+    std::string from = timeText(start, zone);
     if (start.form == TimeForm::Date) {
         const cctz::civil_second last = addDays(end.local, -1);
         return last > start.local ? from + " – " + dayText(last) : from;
