@@ -42,6 +42,7 @@ class Persistence(NotificationTest):
         self.link.call("SourceListUpdated", GLib.Variant.new_tuple(dictionaries(CALENDARS)))
         self.link.call("WeatherUpdated", GLib.Variant.new_tuple(dictionary(WEATHER)))
         self.link.push(records)
+        self.link.pending()  # announcements come on another way, and could be faster
 
     def announce_shutdown(self):
         """Waits until the agent lets go of it."""
