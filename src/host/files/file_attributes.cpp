@@ -117,8 +117,7 @@ std::string setFileAttributes(int descriptor, const FileAttributes& attributes) 
     return error;
 }
 
-bool canKeepOwner(const struct stat& status) {
-    const uid_t user = geteuid();
+bool canKeepOwner(const struct stat& status, uid_t user) {
     const mode_t mode = status.st_mode;
     return user == 0 || ((status.st_uid == user || !needsItsOwner(mode)) &&
                          (!needsItsGroup(mode) || isInGroup(status.st_gid)));

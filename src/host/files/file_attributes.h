@@ -33,8 +33,8 @@ FileAttributes fileAttributesAt(const std::string& path, const struct stat& stat
 /// it. Returns why it cannot be done, or an empty text.
 std::string setFileAttributes(int descriptor, const FileAttributes& attributes);
 
-/// Whether a file that this user makes in its place can have its owner and group, as far as they
+/// Whether a file that the user makes in its place can have its owner and group, as far as they
 /// matter to those who have access.
-bool canKeepOwner(const struct stat& status);
+bool canKeepOwner(const struct stat& status, uid_t user);
 
 } // namespace plenzo

@@ -17,9 +17,33 @@ namespace plenzo {
 
 namespace {
 
-std::string whyNotReadable(const FileDescriptor& file, struct stat& status, std::size_t mostBytes) {
-    if (!file.isOpen() || fstat(file.get(), &status) != 0) {
-        return std::strerror(errno);
+/// A file that is open for reading, or why it is not (errno).
+struct OpenedFile {
+    FileDescriptor descriptor;
+    FileStatus found = {};
+    int error = 0;
+};
+
+FileDescriptor opened(const std::string& path, int flags) {
+    return FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | flags));
+}
+
+OpenedFile openedFile(const std::string& path) {
+    OpenedFile file{opened(path, O_NOFOLLOW)};
+    if (!file.descriptor.isOpen() && errno == ELOOP) {
+        file.found.isLink = true;
+        file.descriptor = opened(path, 0);
+    }
+    if (!file.descriptor.isOpen() || fstat(file.descriptor.get(), &file.found.status) != 0) {
+        file.error = errno;
+    }
+    return file;
+}
+
+std::string whyNotReadable(const OpenedFile& file, std::size_t mostBytes) {
+    const struct stat& status = file.found.status;
+    if (file.error != 0) {
+        return std::strerror(file.error);
     }
     if (!S_ISREG(status.st_mode)) {
         return "is no regular file";
@@ -52,10 +76,9 @@ bool allowsWriting(const std::string& path, const struct stat& status, int acces
     return (status.st_mode & anyWriteBit) != 0 && ::access(path.c_str(), access) == 0;
 }
 
-/// That of the file itself, where the path is a link.
-std::string folderOfFile(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
+/// That of the file itself.
+std::string folderOfFile(const std::string& path, bool isLink) {
+    if (isLink) {
         std::error_code error;
         return std::filesystem::weakly_canonical(path, error).parent_path().string();
     }
@@ -64,45 +87,53 @@ std::string folderOfFile(const std::string& path) {
 }
 
 /// In a folder such as /tmp everybody may replace only what is theirs.
-bool mayReplaceIn(const struct stat& folder, const struct stat& file) {
-    const uid_t user = geteuid();
+bool mayReplaceIn(const struct stat& folder, const struct stat& file, uid_t user) {
     return (folder.st_mode & S_ISVTX) == 0 || user == 0 || user == file.st_uid ||
            user == folder.st_uid;
 }
 
 } // namespace
 
-FileText readFileText(const std::string& path, std::size_t mostBytes) {
-    FileAccess access;
-    return readFileText(path, mostBytes, access);
+std::optional<FileStatus> fileStatusAt(const std::string& path) {
+    FileStatus found;
+    bool isThere = lstat(path.c_str(), &found.status) == 0;
+    found.isLink = isThere && S_ISLNK(found.status.st_mode);
+    isThere = isThere && (!found.isLink || stat(path.c_str(), &found.status) == 0);
+    return isThere ? std::optional(found) : std::nullopt;
 }
 
-FileText readFileText(const std::string& path, std::size_t mostBytes, FileAccess& access) {
+FileText readFileText(const std::string& path, std::size_t mostBytes) {
+    FileRights rights;
+    return readFileText(path, mostBytes, rights);
+}
+
+FileText readFileText(const std::string& path, std::size_t mostBytes, FileRights& rights) {
     FileText result;
-    struct stat status {};
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    result.error = whyNotReadable(file, status, mostBytes);
-    result.stamp = file.isOpen() ? fileStamp(status) : FileStamp();
+    const OpenedFile file = openedFile(path);
+    result.error = whyNotReadable(file, mostBytes);
+    result.stamp = file.error == 0 ? fileStamp(file.found.status) : FileStamp();
     if (result.error.empty()) {
-        result.text.resize(static_cast<std::size_t>(status.st_size));
-        result.error = readAll(file, result.text);
-        result.isWritable = access.isWritable(path, status);
+        result.text.resize(static_cast<std::size_t>(file.found.status.st_size));
+        result.error = readAll(file.descriptor, result.text);
+        result.isWritable = rights.isWritable(path, file.found);
     }
     return result;
 }
 
-bool FileAccess::isWritable(const std::string& path, const struct stat& status) {
-    if (!allowsWriting(path, status, W_OK) || !canKeepOwner(status)) {
+FileRights::FileRights() : m_user(geteuid()) {}
+
+bool FileRights::isWritable(const std::string& path, const FileStatus& found) {
+    if (!allowsWriting(path, found.status, W_OK) || !canKeepOwner(found.status, m_user)) {
         return false;
     }
-    const std::string folder = folderOfFile(path);
+    const std::string folder = folderOfFile(path, found.isLink);
     if (folder != m_folder) {
         lookAt(folder);
     }
-    return m_allowsWriting && mayReplaceIn(m_status, status);
+    return m_allowsWriting && mayReplaceIn(m_status, found.status, m_user);
 }
 
-void FileAccess::lookAt(const std::string& folder) {
+void FileRights::lookAt(const std::string& folder) {
     m_folder = folder;
     m_allowsWriting =
         stat(folder.c_str(), &m_status) == 0 && allowsWriting(folder, m_status, W_OK | X_OK);

@@ -13,6 +13,21 @@ namespace {
 
 constexpr std::int64_t yearSeconds = 366 * std::int64_t{86400};
 
+/// More than zones and the length of an all-day event can make out.
+constexpr std::int64_t zoneMargin = 4 * std::int64_t{86400};
+
+SystemSeconds asIfUtc(const cctz::civil_second& local) {
+    return SystemSeconds(cctz::seconds(local - cctz::civil_second()));
+}
+
+cctz::civil_second latestEndOf(const CalendarItem& event) {
+    if (event.end) {
+        return event.end->local;
+    }
+    const CalendarDuration duration = event.duration.value_or(CalendarDuration());
+    return addDays(event.start->local, duration.days) + duration.seconds;
+}
+
 bool isIn(const ExpansionWindow& window, SystemSeconds instant) {
     return instant >= window.from && instant < window.to;
 }
@@ -29,7 +44,11 @@ public:
                                             : repeatText(series.master->recurrence.rules)} {}
 
     void add(ExpansionBudget& budget) {
-        m_occurrences = occurrencesOf(m_series, m_window, reach(), budget);
+        const ExpansionReach widest = reach();
+        if (isFarFromWindow(widest)) {
+            return;
+        }
+        m_occurrences = occurrencesOf(m_series, m_window, widest, budget);
         findCarriers();
         const Occurrence* overdue = nullptr;
         for (const Occurrence& occurrence : m_occurrences) {
@@ -70,6 +89,21 @@ private:
                 widest.afterSeconds = std::max(widest.afterSeconds, yearSeconds);
             }
         }
+    }
+
+    /// Told of the many single events of past years by their wall clocks alone: the rules of their
+    /// zones need not be asked.
+    bool isFarFromWindow(const ExpansionReach& reach) const {
+        const CalendarItem* event = m_series.master;
+        const bool isSingle = event != nullptr && event->kind == ItemKind::Event && event->start &&
+                              !event->recurrence.isRecurring() && m_series.overrides.empty();
+        if (!isSingle || std::max(reach.beforeSeconds, reach.afterSeconds) >= yearSeconds) {
+            return false;
+        }
+        const SystemSeconds start = asIfUtc(event->start->local);
+        return start > m_window.to + cctz::seconds(zoneMargin + reach.afterSeconds) ||
+               std::max(start, asIfUtc(latestEndOf(*event))) <
+                   m_window.from - cctz::seconds(zoneMargin + reach.beforeSeconds);
     }
 
     /// Chooses, for each absolute alarm, the one occurrence that carries it: the first that is not

@@ -1,16 +1,37 @@
 #include "host/store/agent_events.h"
 
+#include "host/store/shared_work.h"
+
 #include <algorithm>
 #include <unordered_set>
 
 namespace plenzo {
 
+namespace {
+
+void appendTo(Array& all, const Array& records) {
+    for (const Value& record : records) {
+        all.append(record);
+    }
+}
+
+RecordChanges joined(const std::vector<RecordChanges>& parts) {
+    RecordChanges all;
+    for (const RecordChanges& part : parts) {
+        appendTo(all.before, part.before);
+        appendTo(all.after, part.after);
+        all.problems.insert(all.problems.end(), part.problems.begin(), part.problems.end());
+    }
+    return all;
+}
+
+} // namespace
+
 RecordChanges AgentEvents::update(const CalendarSet& set, const ExpansionWindow& window) {
-    RecordChanges changes;
-    std::unordered_set<std::string> present;
+    RecordChanges changes = updateAll(set.calendars, window);
     m_uids.clear();
+    std::unordered_set<std::string> present;
     for (const Calendar& calendar : set.calendars) {
-        m_expansions[calendar.uid].update(calendar, window, changes);
         m_uids.push_back(calendar.uid);
         present.insert(calendar.uid);
     }
@@ -22,6 +43,26 @@ RecordChanges AgentEvents::update(const CalendarSet& set, const ExpansionWindow&
         return isGone;
     });
     return changes;
+}
+
+/// None depends on the others. When another day begins each of them has much to do.
+RecordChanges AgentEvents::updateAll(const std::vector<Calendar>& calendars,
+                                     const ExpansionWindow& window) {
+    std::vector<CalendarExpansion*> expansions;
+    for (const Calendar& calendar : calendars) {
+        expansions.push_back(&m_expansions[calendar.uid]);
+    }
+    std::vector<RecordChanges> changes(calendars.size());
+    const bool isSameWindow =
+        m_window && m_window->from == window.from && m_window->to == window.to;
+    m_window = window;
+    SharedWork work(calendars.size());
+    work.run(isSameWindow ? calendars.size() + 1 : 2, [&] {
+        while (const auto index = work.take()) {
+            expansions[*index]->update(calendars[*index], window, changes[*index]);
+        }
+    });
+    return joined(changes);
 }
 
 Array AgentEvents::all() const {

@@ -5,6 +5,7 @@
 #include "host/store/calendar_set.h"
 #include "propertylist/array.h"
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -21,8 +22,11 @@ public:
     Array all() const;
 
 private:
+    RecordChanges updateAll(const std::vector<Calendar>& calendars, const ExpansionWindow& window);
+
     std::unordered_map<std::string, CalendarExpansion> m_expansions; // by the calendars' uids
     std::vector<std::string> m_uids;                                 // in the order of the set
+    std::optional<ExpansionWindow> m_window;
 };
 
 } // namespace plenzo

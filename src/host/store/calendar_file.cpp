@@ -3,17 +3,16 @@
 #include "host/files/file_text.h"
 #include "host/ical/calendar_text.h"
 #include "host/ical/identifiers.h"
+#include "host/store/shared_work.h"
 
 #include <strings.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <ctime>
 #include <filesystem>
+#include <optional>
 #include <string_view>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace plenzo {
@@ -80,19 +79,11 @@ std::size_t versionOf(const std::string& path, const CalendarAmendments* amendme
     return amendments == nullptr ? 0 : amendments->version(path);
 }
 
-/// How many threads help this one.
-std::size_t helpersFor(std::size_t fileCount) {
-    constexpr std::size_t worthAThread = 200;
-    constexpr std::size_t most = 3;
-    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
-    return std::min({fileCount / worthAThread, processors - 1, most});
-}
-
-CalendarFilePointer readWith(FileAccess& access, const std::string& path,
+CalendarFilePointer readWith(FileRights& rights, const std::string& path,
                              const CalendarAmendments* amendments) {
     const auto file = std::make_shared<CalendarFile>();
     const timespec before = fileSystemTime();
-    FileText read = readFileText(path, largestFileBytes, access);
+    FileText read = readFileText(path, largestFileBytes, rights);
     file->path = path;
     file->stamp = read.stamp;
     file->hasLastingStamp = isLasting(read.stamp, before);
@@ -110,52 +101,44 @@ CalendarFilePointer readWith(FileAccess& access, const std::string& path,
     return file;
 }
 
-CalendarFilePointer currentWith(FileAccess& access, const std::string& path,
+CalendarFilePointer currentWith(FileRights& rights, const std::string& path,
                                 const CalendarFilePointer& known,
                                 const CalendarAmendments* amendments) {
-    struct stat status {};
+    const auto found =
+        known && known->hasLastingStamp ? fileStatusAt(path) : std::optional<FileStatus>();
     const bool isSame =
-        known && known->hasLastingStamp && stat(path.c_str(), &status) == 0 &&
-        fileStamp(status) == known->stamp &&
+        found && fileStamp(found->status) == known->stamp &&
         known->amendmentVersion == versionOf(path, amendments) &&
-        (!known->isCalendar || access.isWritable(path, status) == known->isWritable);
-    return isSame ? known : readWith(access, path, amendments);
+        (!known->isCalendar || rights.isWritable(path, *found) == known->isWritable);
+    return isSame ? known : readWith(rights, path, amendments);
 }
 
 } // namespace
 
 CalendarFilePointer readCalendarFile(const std::string& path,
                                      const CalendarAmendments* amendments) {
-    FileAccess access;
-    return readWith(access, path, amendments);
+    FileRights rights;
+    return readWith(rights, path, amendments);
 }
 
 CalendarFilePointer currentCalendarFile(const std::string& path, const CalendarFilePointer& known,
                                         const CalendarAmendments* amendments) {
-    FileAccess access;
-    return currentWith(access, path, known, amendments);
+    FileRights rights;
+    return currentWith(rights, path, known, amendments);
 }
 
 std::vector<CalendarFilePointer> currentCalendarFiles(const std::vector<WantedFile>& wanted,
                                                       const CalendarAmendments* amendments) {
+    constexpr std::size_t worthAThread = 200;
     std::vector<CalendarFilePointer> files(wanted.size());
-    std::atomic<std::size_t> next = 0;
-    const auto readOneAfterTheOther = [&] {
-        FileAccess access;
-        for (std::size_t index = next++; index < wanted.size(); index = next++) {
-            files[index] = currentWith(access, wanted[index].path, wanted[index].known, amendments);
+    SharedWork work(wanted.size());
+    work.run(worthAThread, [&] {
+        FileRights rights;
+        while (const auto index = work.take()) {
+            files[*index] =
+                currentWith(rights, wanted[*index].path, wanted[*index].known, amendments);
         }
-    };
-    std::vector<std::jthread> helpers;
-    try {
-        while (helpers.size() < helpersFor(wanted.size())) {
-            helpers.emplace_back(readOneAfterTheOther);
-        }
-    } catch (const std::system_error&) {
-        // There are no more threads to be had; those that there are read all files.
-    }
-    readOneAfterTheOther();
-    helpers.clear();
+    });
     return files;
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/files/file_paths.h"
 #include "host/files/file_text.h"
+#include "host/files/folder_entries.h"
 
 #include <algorithm>
 #include <cctype>
@@ -31,22 +32,16 @@ std::string metadata(const files::path& folder, const char* name) {
 /// The folder with the calendar files and, beside it, the folders that are in it.
 struct ListedFolder {
     CalendarFolder folder;
-    std::vector<files::path> inner;
+    std::vector<std::string> inner;
 };
 
-void take(const files::directory_entry& entry, ListedFolder& listed) {
-    std::error_code error;
-    const std::string name = entry.path().filename().string();
-    const bool isFolder = entry.is_directory(error); // mostly known without asking for each
-    if (name.starts_with('.') || (!isFolder && !isCalendarFileName(name))) {
+void take(const FolderEntry& entry, ListedFolder& listed) {
+    if (entry.name.starts_with('.') || (!entry.leadsToFolder && !isCalendarFileName(entry.name))) {
         return;
     }
-    listed.folder.hasLinks = listed.folder.hasLinks || entry.is_symlink(error);
-    if (isFolder) {
-        listed.inner.push_back(entry.path());
-    } else {
-        listed.folder.files.push_back(entry.path().string());
-    }
+    CalendarFolder& folder = listed.folder;
+    folder.hasLinks = folder.hasLinks || entry.isLink;
+    (entry.leadsToFolder ? listed.inner : folder.files).push_back(pathIn(folder.path, entry.name));
 }
 
 ListedFolder listedFolder(const files::path& path, std::vector<std::string>& problems) {
@@ -56,11 +51,8 @@ ListedFolder listedFolder(const files::path& path, std::vector<std::string>& pro
     folder.realPath = canonicalPath(folder.path);
     folder.displayName = metadata(path, displayNameFile);
     folder.color = metadata(path, colorFile);
-    std::error_code error;
-    files::directory_iterator entry(path, error);
-    for (; !error && entry != files::directory_iterator(); entry.increment(error)) {
-        take(*entry, listed);
-    }
+    const std::error_code error =
+        visitFolder(folder.path, [&](const FolderEntry& entry) { take(entry, listed); });
     if (error) {
         problems.push_back(folder.path + ": " + error.message());
     }
@@ -84,7 +76,7 @@ CalendarPaths calendarPathsOf(const std::string& path) {
     }
     ListedFolder outer = listedFolder(path, paths.problems);
     paths.folders.push_back(std::move(outer.folder));
-    for (const files::path& inner : outer.inner) {
+    for (const std::string& inner : outer.inner) {
         paths.folders.push_back(listedFolder(inner, paths.problems).folder);
     }
     const bool holdsNone = std::all_of(paths.folders.begin(), paths.folders.end(), isEmpty);

@@ -101,24 +101,18 @@ void PathWatch::watchPath(const std::string& path) {
 }
 
 void PathWatch::watchEntries(const std::string& folder, Contents contents) {
-    std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        watchEntry(*entry, contents);
-    }
+    visitFolder(folder, [&](const FolderEntry& entry) { watchEntry(folder, entry, contents); });
 }
 
-void PathWatch::watchEntry(const fs::directory_entry& entry, Contents contents) {
-    std::error_code error;
-    const std::string path = entry.path().string();
-    const bool isLink = entry.is_symlink(error);
-    if (entry.is_directory(error)) {
-        if (contents == Contents::FilesAndFolders && addCalendarFolder(path, Contents::Files)) {
-            watchLinks(isLink ? wayOf(path).links : std::vector<std::string>());
+void PathWatch::watchEntry(const std::string& folder, const FolderEntry& entry, Contents contents) {
+    if (entry.leadsToFolder && contents == Contents::FilesAndFolders) {
+        const std::string path = pathIn(folder, entry.name);
+        if (addCalendarFolder(path, Contents::Files)) {
+            watchLinks(entry.isLink ? wayOf(path).links : std::vector<std::string>());
             watchEntries(path, Contents::Files);
         }
-    } else if (isLink && isOfCalendars(entry.path().filename().string())) {
-        watchFile(path);
+    } else if (!entry.leadsToFolder && entry.isLink && isOfCalendars(entry.name)) {
+        watchFile(pathIn(folder, entry.name));
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/files/folder_entries.h"
 #include "linux/wire/file_descriptor.h"
 
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <set>
@@ -59,7 +59,7 @@ private:
 
     void watchPath(const std::string& path);
     void watchEntries(const std::string& folder, Contents contents);
-    void watchEntry(const std::filesystem::directory_entry& entry, Contents contents);
+    void watchEntry(const std::string& folder, const FolderEntry& entry, Contents contents);
     void watchFile(const std::string& path);
     void watchLinks(const std::vector<std::string>& links);
     void watchName(const std::string& place, const std::string& watchedPath);
