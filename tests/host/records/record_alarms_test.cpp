@@ -37,6 +37,11 @@ std::vector<std::string> remindersOfOnly(const std::string& components) {
     return records.empty() ? std::vector<std::string>() : remindersOf(records[0]);
 }
 
+std::string localText(const cctz::civil_second& local) {
+    const cctz::time_zone utc = cctz::utc_time_zone();
+    return cctz::format("%Y%m%dT%H%M%S", cctz::convert(local, utc), utc);
+}
+
 Dictionary onlyReminder(const std::string& alarmLines) {
     const Array records = recordsOf(event("DTSTART:20260312T100000Z\n" + alarm(alarmLines)),
                                     windowFrom("2026-03-10T12:00:00Z"));
@@ -133,6 +138,30 @@ TEST(AnOccurrenceBeforeTheWindow, IsThereForAnAlarmInside) {
                                 alarm("ACTION:DISPLAY\nTRIGGER:P10D\n")),
                           windowFrom("2026-03-10T12:00:00Z", 14))),
         ElementsAre("2026-03-01T10:00 2026-03-01T10:00 E"));
+}
+
+TEST(ASingleEvent, IsThereWheneverASeriesOfOneWouldBe) {
+    const char* lengths[] = {"", "DURATION:P40DT3H\n", "DURATION:PT1H\n"};
+    const char* triggers[] = {"-P300D", "-PT23H", "PT0S", "RELATED=END:P45D", "P300D"};
+    int countThere = 0;
+    for (const char* length : lengths) {
+        for (const std::string trigger : triggers) {
+            const std::string separator = trigger.starts_with("R") ? ";" : ":";
+            const std::string rest =
+                length + alarm("ACTION:DISPLAY\nTRIGGER" + separator + trigger + "\n");
+            for (int hours = -9000; hours < 9000; hours += 53) {
+                const std::string start = "SUMMARY:E\nDTSTART;TZID=Pacific/Kiritimati:" +
+                                          localText(cctz::civil_second(2026, 3, 10, hours)) + "\n";
+                const auto window = windowFrom("2026-03-10T12:00:00Z", 14);
+                const auto single = linesOf(recordsOf(event(start + rest), window));
+                EXPECT_EQ(single, linesOf(recordsOf(
+                                      event(start + "RRULE:FREQ=DAILY;COUNT=1\n" + rest), window)))
+                    << start << rest;
+                countThere += single.empty() ? 0 : 1;
+            }
+        }
+    }
+    EXPECT_GT(countThere, 100);
 }
 
 TEST(AnEventOfSeveralDays, HasItsAlarmsOnTheFirst) {
