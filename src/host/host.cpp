@@ -52,7 +52,7 @@ std::vector<ConfiguredCalendar> calendarsAt(const std::vector<std::string>& path
 
 Host::Host(HostOptions options)
     : m_options(std::move(options)), m_localEdits(m_files, localEditsPath(), m_options.zone),
-      m_store(m_localEdits) {}
+      m_store(m_localEdits), m_feed([this](const std::string& problem) { report(problem); }) {}
 
 /// Paths on the command line take the place of the calendars that are configured.
 void Host::readConfiguration() {
@@ -224,16 +224,7 @@ AgentPush Host::currentPush() const {
 
 void Host::pushTo(AgentLink& link) {
     refresh(anything);
-    const AgentPush push = currentPush();
-    if (!link.push(push)) {
-        report("the agent could not be reached");
-        return;
-    }
-    m_agentKnows = AgentKnows::Events;
-    m_sentPreferences = push.preferences;
-    m_sentSourceList = push.sourceList;
-    std::cout << "plenzohost: " << push.events.size() << " events handed to the agent"
-              << std::endl; // Who reads this through a pipe waits for it.
+    m_feed.pushAll(link, currentPush());
 }
 
 /// Where calendars are, or may come to be.
@@ -258,45 +249,15 @@ std::vector<CalendarSource> Host::sources() const {
 }
 
 void Host::pushChangesTo(AgentLink& link, const PathChanges& changes) {
-    if (m_agentKnows == AgentKnows::OldEvents) {
+    if (m_feed.lacksChanges()) {
         pushTo(link);
         return;
     }
     refresh(changes);
-    if (m_agentKnows == AgentKnows::Nothing) {
-        return; // it is told everything when it announces itself
-    }
-    pushPreferencesTo(link);
-    pushSourceListTo(link);
-    pushDeltaTo(link);
-}
-
-void Host::pushPreferencesTo(AgentLink& link) {
-    if (!(m_sentPreferences == m_configuration.preferences)) {
-        link.pushPreferences(m_configuration.preferences);
-        m_sentPreferences = m_configuration.preferences;
-    }
-}
-
-void Host::pushSourceListTo(AgentLink& link) {
-    const Array sourceList = sourceListOf(m_store.calendars().calendars);
-    if (!(sourceList == m_sentSourceList) && link.pushSourceList(sourceList)) {
-        m_sentSourceList = sourceList;
-    }
-}
-
-void Host::pushDeltaTo(AgentLink& link) {
-    const Array delta = eventDelta(m_changes.before, m_changes.after);
-    m_changes = {};
-    if (delta.empty()) {
-        return;
-    }
-    if (!link.pushDelta(delta)) {
-        m_agentKnows = AgentKnows::OldEvents;
-        report("the agent could not be reached");
-        return;
-    }
-    std::cout << "plenzohost: " << delta.size() << " changes handed to the agent" << std::endl;
+    const RecordChanges changed = std::exchange(m_changes, {});
+    m_feed.pushChanges(link, m_configuration.preferences,
+                       sourceListOf(m_store.calendars().calendars),
+                       eventDelta(changed.before, changed.after));
 }
 
 std::string Host::configurationFile() {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "host/agent_link.h"
-#include "host/agent_push.h"
+#include "host/agent_feed.h"
 #include "host/command_line.h"
 #include "host/commands/command_execution.h"
 #include "host/commands/local_edits.h"
@@ -40,9 +39,6 @@ public:
     int serve();
 
 private:
-    /// Whether the agent knows all events but those that have just changed.
-    enum class AgentKnows { Nothing, OldEvents, Events };
-
     const CalendarSet& calendars() override { return m_store.calendars(); }
     const Configuration& configuration() override { return m_configuration; }
     std::string configurationFile() override;
@@ -59,9 +55,6 @@ private:
     void refresh(const PathChanges& changes);
     void pushTo(AgentLink& link);
     void pushChangesTo(AgentLink& link, const PathChanges& changes);
-    void pushPreferencesTo(AgentLink& link);
-    void pushSourceListTo(AgentLink& link);
-    void pushDeltaTo(AgentLink& link);
     [[nodiscard]] AgentPush currentPush() const;
     [[nodiscard]] std::vector<std::string> watchedPaths() const;
     [[nodiscard]] std::vector<CalendarSource> sources() const;
@@ -81,9 +74,7 @@ private:
     CalendarStore m_store;
     AgentEvents m_events;
     RecordChanges m_changes; // of the last refresh
-    AgentKnows m_agentKnows = AgentKnows::Nothing;
-    Dictionary m_sentPreferences;
-    Array m_sentSourceList;
+    AgentFeed m_feed;
     std::set<std::string> m_reported; // each problem is named once
 };
 

@@ -79,7 +79,7 @@ class AHost(SystemTest):
         self.write("work.ics", calendar("a", "b", "c"))
         self.wait_for_titles("a", "b", "c")
         self.assertIn("2 events handed", self.host.stdout.readline())
-        self.assertIn(" 1 changes handed", self.host.stdout.readline())
+        self.assertIn(" 1 change handed", self.host.stdout.readline())
 
     def test_keeps_what_it_knows_while_a_file_is_half_written(self):
         with open(self.folder / "slow.ics", "w", encoding="utf-8") as slow:

@@ -94,7 +94,7 @@ class TheWholeLoop(SystemTest):
         self.end_host()
         self.start_agent()
         self.start_host()
-        self.assertIn("1 events handed", self.calendar_host.process.stdout.readline())
+        self.assertIn("1 event handed", self.calendar_host.process.stdout.readline())
         self.assertEqual(self.link.pending(), [])
         self.assertEqual(self.link.displayed(), [])
         self.assertEqual(self.file.read_text(), text)
