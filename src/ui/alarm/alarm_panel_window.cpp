@@ -176,6 +176,13 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
                      {.character = firstCharacterOfEvent(event),
                       .command = event.modifiers().testFlag(Qt::ControlModifier)});
              }});
+    // A scroll bar that comes and goes while the window grows would push the texts about.
+    QObject::connect(m_resize.get(), &QAbstractAnimation::stateChanged, m_list,
+                     [this](QAbstractAnimation::State state) {
+                         m_list->setVerticalScrollBarPolicy(state == QAbstractAnimation::Running
+                                                                ? Qt::ScrollBarAlwaysOff
+                                                                : Qt::ScrollBarAsNeeded);
+                     });
     QObject::connect(qApp, &QGuiApplication::screenRemoved, m_panel.get(), [this] {
         if (isVisible()) {
             placeOnScreen();

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
+#include <QScrollBar>
 #include <QTest>
 #include <cmath>
 
@@ -25,14 +26,18 @@ TEST_F(AShownAlarmWindow, IsAsHighAsItsRowsUpToFive) {
     add({"a"});
     const QRect alone = panel().geometry();
     EXPECT_EQ(list().height(), 64);
-    const auto showsRows = [this](int count) { return list().height() == count * 64; };
+    const QScrollBar& scrollBar = *list().verticalScrollBar();
     add({"b", "c", "d", "e"});
-    EXPECT_TRUE(await([&] { return showsRows(5); }));
+    EXPECT_TRUE(await([&] {
+        EXPECT_FALSE(scrollBar.isVisible()) << "the texts would move";
+        return list().height() == 5 * 64;
+    }));
     EXPECT_EQ(panel().geometry().topLeft(), alone.topLeft());
     EXPECT_EQ(panel().height(), alone.height() + 4 * 64);
     add({"f"});
     EXPECT_EQ(panel().height(), alone.height() + 4 * 64);
     EXPECT_THAT(list().selectedRows(), ElementsAre(5U));
+    EXPECT_TRUE(await([&] { return scrollBar.isVisible(); }));
     EXPECT_TRUE(list().viewport()->rect().contains(list().visualRect(list().model()->index(5, 0))));
 }
 
