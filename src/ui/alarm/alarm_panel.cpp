@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <optional>
 #include <utility>
 
 namespace plenzo {
@@ -20,10 +21,22 @@ Qt::KeyboardModifier modifierOfKey(int key) {
 }
 
 /// The modifiers after the event; while a modifier goes down or up, the toolkit's are those before.
-Qt::KeyboardModifiers modifiersAfter(const QKeyEvent& event) {
-    Qt::KeyboardModifiers modifiers = event.modifiers();
-    modifiers.setFlag(modifierOfKey(event.key()), event.type() == QEvent::KeyPress);
-    return modifiers;
+/// Nothing for an event that does not tell.
+std::optional<Qt::KeyboardModifiers> modifiersAfter(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        Qt::KeyboardModifiers modifiers = key.modifiers();
+        return modifiers.setFlag(modifierOfKey(key.key()), event.type() == QEvent::KeyPress);
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::Enter:
+        return static_cast<const QInputEvent&>(event).modifiers();
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -41,16 +54,12 @@ void AlarmPanel::watchKeysOfChildren() {
     }
 }
 
-void AlarmPanel::closeSilently() {
-    m_closesSilently = true;
-    close();
-    m_closesSilently = false;
-}
-
 void AlarmPanel::closeEvent(QCloseEvent* event) {
     // A copy, as in all of these: what is done may end the handlers.
     const auto willClose = m_handlers.willClose;
-    if (!m_closesSilently && willClose) {
+    // Only what the user does at the window comes from outside. At the end of the session the
+    // toolkit closes it too, and nothing is to be dismissed by that.
+    if (event->spontaneous() && willClose) {
         willClose();
     }
     event->accept();
@@ -90,14 +99,10 @@ bool AlarmPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void AlarmPanel::noteModifiers(const QEvent& event) const {
-    if (event.type() != QEvent::KeyPress && event.type() != QEvent::KeyRelease) {
-        return;
-    }
-    const auto& key = static_cast<const QKeyEvent&>(event);
+    const auto modifiers = modifiersAfter(event);
     const auto flagsChanged = m_handlers.flagsChanged;
-    if (modifierOfKey(key.key()) != Qt::NoModifier && flagsChanged) {
-        const Qt::KeyboardModifiers modifiers = modifiersAfter(key);
-        flagsChanged(modifiers.testFlag(Qt::AltModifier) || modifiers.testFlag(Qt::ShiftModifier));
+    if (modifiers && flagsChanged) {
+        flagsChanged((*modifiers & (Qt::AltModifier | Qt::ShiftModifier)) != 0);
     }
 }
 

@@ -13,7 +13,7 @@ public:
     explicit AlarmPanel(QWidget* parent = nullptr);
 
     struct Handlers {
-        /// Whether Shift or Alt is held.
+        /// Whether Shift or Alt is held. Told with every key, and where the pointer is used.
         std::function<void(bool allModifierDown)> flagsChanged;
         std::function<void()> didBecomeKey;
         std::function<void()> didResignKey;
@@ -25,9 +25,6 @@ public:
         std::function<bool(const QKeyEvent& event)> keyDown;
     };
     void setHandlers(Handlers handlers) { m_handlers = std::move(handlers); }
-
-    /// Closes without telling that the user did.
-    void closeSilently();
 
     /// Lets the panel see the keys of what is in it by now.
     void watchKeysOfChildren();
@@ -43,7 +40,6 @@ private:
     void noteModifiers(const QEvent& event) const;
 
     Handlers m_handlers;
-    bool m_closesSilently = false;
 };
 
 } // namespace plenzo

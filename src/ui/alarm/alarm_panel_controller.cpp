@@ -98,6 +98,9 @@ void AlarmPanelController::makeAlarmWindowKeyIfVisible() {
 void AlarmPanelController::snoozePrefsChanged() {
     setSnoozeAmount(snoozeAmountFromSeconds(
         m_collaborators.defaults.integerForKey(preferences::snoozeSeconds)));
+    if (m_isKey) {
+        setDefaultButton();
+    }
 }
 
 void AlarmPanelController::setSnoozeAmount(const SnoozeAmount& amount) {
@@ -242,12 +245,18 @@ void AlarmPanelController::setAllModifierDown(bool down) {
 
 void AlarmPanelController::windowDidBecomeKey() {
     m_focusTimer.reset();
+    m_isKey = true;
+    setDefaultButton();
+}
+
+void AlarmPanelController::setDefaultButton() {
     m_collaborators.panel.setDefaultButton(
         m_collaborators.defaults.boolForKey(preferences::snoozeDefault) ? DefaultButton::Snooze
                                                                         : DefaultButton::Dismiss);
 }
 
 void AlarmPanelController::windowDidResignKey() {
+    m_isKey = false;
     m_collaborators.panel.setDefaultButton(DefaultButton::None);
     setAllModifierDown(false);
 }

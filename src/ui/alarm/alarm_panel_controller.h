@@ -78,6 +78,7 @@ private:
     [[nodiscard]] Indices rowsToActOn() const;
     [[nodiscard]] std::optional<Instant> snoozeDate(const Alarm& alarm) const;
     void setSnoozeAmount(const SnoozeAmount& amount);
+    void setDefaultButton();
     void sendCompletion(Alarm& alarm, bool done);
     void complete(const Indices& rows, bool done);
     void dismissAlarms(const Indices& rows);
@@ -93,6 +94,7 @@ private:
     std::uint64_t m_lastRowNumber = 0;
     SnoozeAmount m_snoozeAmount;
     bool m_allModifierDown = false;
+    bool m_isKey = false;
     Handle m_focusTimer;
     /// Looks whether the window is really there.
     Handle m_sightTimer;

@@ -16,7 +16,7 @@ bool isDigit(char32_t character) {
 
 bool AlarmPanelKeys::handleKeyDown(const KeyPress& key) {
     if (key.command) {
-        return handleCommand(key.character);
+        return handleCommand(key);
     }
     switch (key.character) {
     case keycharacters::escape:
@@ -25,27 +25,34 @@ bool AlarmPanelKeys::handleKeyDown(const KeyPress& key) {
         return true;
     case keycharacters::carriageReturn:
     case keycharacters::enter:
-        clickDefaultButton();
+        if (!key.isRepeated) { // a key that is held deals with no row after the other
+            clickDefaultButton();
+        }
         return true;
     default:
         return false;
     }
 }
 
-bool AlarmPanelKeys::handleCommand(char32_t character) {
-    switch (character) {
+bool AlarmPanelKeys::handleCommand(const KeyPress& key) {
+    void (AlarmPanelController::*action)() = nullptr;
+    switch (key.character) {
     case U'/':
-        m_collaborators.controller.toggleSelectedTodos();
-        return true;
+        action = &AlarmPanelController::toggleSelectedTodos;
+        break;
     case U'd':
-        m_collaborators.controller.dismissButton();
-        return true;
+        action = &AlarmPanelController::dismissButton;
+        break;
     case U's':
-        m_collaborators.controller.snoozeButton();
-        return true;
+        action = &AlarmPanelController::snoozeButton;
+        break;
     default:
         return false;
     }
+    if (!key.isRepeated) {
+        (m_collaborators.controller.*action)();
+    }
+    return true;
 }
 
 void AlarmPanelKeys::clickDefaultButton() {

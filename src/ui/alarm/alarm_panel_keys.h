@@ -15,6 +15,8 @@ struct KeyPress {
     char32_t character = 0;
     /// The Ctrl key.
     bool command = false;
+    /// It is still held from before.
+    bool isRepeated = false;
 };
 
 namespace keycharacters {
@@ -55,7 +57,7 @@ public:
     bool handleInsert(std::u32string_view text);
 
 private:
-    bool handleCommand(char32_t character);
+    bool handleCommand(const KeyPress& key);
     void clickDefaultButton();
     void typeDigit(int digit, double timestampSeconds);
     [[nodiscard]] std::optional<SnoozeUnits> unitsOfLetter(char32_t letter) const;

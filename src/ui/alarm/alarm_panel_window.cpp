@@ -10,13 +10,11 @@
 #include "ui/controls/elided_label.h"
 #include "ui/controls/key_press.h"
 #include "ui/controls/panel_style.h"
-#include "ui/controls/window_placement.h"
 
 #include <QApplication>
-#include <QCursor>
+#include <QItemSelectionModel>
 #include <QPropertyAnimation>
 #include <QPushButton>
-#include <QScreen>
 #include <QStyle>
 #include <QWindow>
 #include <algorithm>
@@ -27,7 +25,6 @@ namespace plenzo {
 namespace {
 
 constexpr int fadeMilliseconds = 200;
-constexpr int resizeMilliseconds = 150;
 
 /// Beside what the titles of the buttons need.
 constexpr int buttonMargin = 10;
@@ -91,10 +88,8 @@ std::unique_ptr<AlarmPanelWindow> AlarmPanelWindow::load(Collaborators collabora
 AlarmPanelWindow::AlarmPanelWindow(Collaborators collaborators, std::unique_ptr<AlarmPanel> panel)
     : m_collaborators(std::move(collaborators)), m_panel(std::move(panel)),
       m_fade(std::make_unique<QPropertyAnimation>(m_panel.get(), "windowOpacity")),
-      m_resize(std::make_unique<QPropertyAnimation>(m_panel.get(), "geometry")) {
+      m_placement(*m_panel) {
     m_fade->setDuration(fadeMilliseconds);
-    m_resize->setDuration(resizeMilliseconds);
-    m_resize->setEasingCurve(QEasingCurve::OutCubic);
 }
 
 AlarmPanelWindow::~AlarmPanelWindow() {
@@ -166,7 +161,7 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
              },
          .willClose =
              [this, &controller] {
-                 noteFrame();
+                 m_placement.noteFrame();
                  controller.windowWillClose();
              },
          .paletteChanged = [this] { updateStyle(); },
@@ -177,17 +172,12 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
                       .command = event.modifiers().testFlag(Qt::ControlModifier)});
              }});
     // A scroll bar that comes and goes while the window grows would push the texts about.
-    QObject::connect(m_resize.get(), &QAbstractAnimation::stateChanged, m_list,
+    QObject::connect(&m_placement.growing(), &QAbstractAnimation::stateChanged, m_list,
                      [this](QAbstractAnimation::State state) {
                          m_list->setVerticalScrollBarPolicy(state == QAbstractAnimation::Running
                                                                 ? Qt::ScrollBarAlwaysOff
                                                                 : Qt::ScrollBarAsNeeded);
                      });
-    QObject::connect(qApp, &QGuiApplication::screenRemoved, m_panel.get(), [this] {
-        if (isVisible()) {
-            placeOnScreen();
-        }
-    });
 }
 
 void AlarmPanelWindow::connectList(AlarmPanelController& controller, AlarmPanelKeys& keys) {
@@ -196,6 +186,12 @@ void AlarmPanelWindow::connectList(AlarmPanelController& controller, AlarmPanelK
     });
     QObject::connect(m_list, &QAbstractItemView::doubleClicked, m_list,
                      [&controller] { controller.showSelectedEvent(); });
+    // A button that is held acts on what was selected when it was pressed, or on nothing.
+    QObject::connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, m_list,
+                     [this] {
+                         m_snoozeButton->setDown(false);
+                         m_dismissButton->setDown(false);
+                     });
     auto* rows = static_cast<AlarmRowDelegate*>(m_list->itemDelegate());
     rows->setActions(
         {.todoCheckbox =
@@ -248,54 +244,15 @@ void AlarmPanelWindow::updateStyle() {
     }
 }
 
-bool AlarmPanelWindow::isVisible() const {
-    return m_panel->isVisible() && !m_panel->isMinimized();
-}
-
 void AlarmPanelWindow::sizeToRows(std::size_t count) {
-    if (m_resize->state() == QAbstractAnimation::Running) {
-        m_resize->setCurrentTime(m_resize->duration());
+    if (!m_placement.settle()) {
+        return;
     }
     const int wanted = static_cast<int>(count) * m_list->rowHeight();
     const int difference = wanted - frame(*m_list).height();
-    if (difference == 0) {
-        return;
+    if (difference != 0) {
+        m_placement.growBy(difference);
     }
-    QRect window = m_panel->geometry();
-    window.setHeight(window.height() + difference);
-    if (!isVisible()) {
-        m_panel->setGeometry(window);
-        return;
-    }
-    m_resize->setStartValue(m_panel->geometry());
-    m_resize->setEndValue(keptWithin(window, roomOn(*m_panel->screen())));
-    m_resize->start();
-}
-
-void AlarmPanelWindow::noteFrame() {
-    if (m_panel->isVisible() && m_panel->windowHandle() != nullptr) {
-        m_frame = m_panel->windowHandle()->frameMargins();
-    }
-}
-
-QRect AlarmPanelWindow::roomOn(const QScreen& screen) {
-    noteFrame();
-    return screen.availableGeometry().marginsRemoved(m_frame);
-}
-
-void AlarmPanelWindow::placeOnScreen() {
-    const QScreen* pointed = QGuiApplication::screenAt(QCursor::pos());
-    const QScreen* screen = pointed != nullptr ? pointed : QGuiApplication::primaryScreen();
-    if (screen == nullptr) {
-        return;
-    }
-    const QRect window = m_panel->geometry();
-    // Where the user has put it, as long as that is where the user is.
-    const bool stays = m_isPlaced && screen->geometry().contains(window.center());
-    m_panel->setGeometry(
-        stays ? keptWithin(window, roomOn(*screen))
-              : cornerPlacement(window.size(), roomOn(*screen), m_panel->layoutDirection()));
-    m_isPlaced = true;
 }
 
 void AlarmPanelWindow::tellWindowManager() {
@@ -305,11 +262,11 @@ void AlarmPanelWindow::tellWindowManager() {
 }
 
 void AlarmPanelWindow::show() {
-    noteFrame();
+    m_placement.noteFrame();
     // Window managers give the keyboard to a minimized window that comes back, but not to a new
     // one.
     m_panel->hide();
-    placeOnScreen();
+    m_placement.placeOnScreen();
     m_panel->winId();
     tellWindowManager();
     m_panel->setWindowOpacity(0);
@@ -323,9 +280,12 @@ void AlarmPanelWindow::show() {
 
 void AlarmPanelWindow::close() {
     m_fade->stop();
-    m_resize->stop();
-    noteFrame();
-    m_panel->closeSilently();
+    m_placement.noteFrame();
+    if (QWidget* popup = QApplication::activePopupWidget();
+        popup != nullptr && m_panel->isAncestorOf(popup)) {
+        popup->close();
+    }
+    m_panel->close();
 }
 
 void AlarmPanelWindow::takeFocus() {

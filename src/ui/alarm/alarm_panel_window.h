@@ -4,16 +4,15 @@
 #include "platform/localized_strings.h"
 #include "ui/alarm/alarm_panel.h"
 #include "ui/alarm/alarm_panel_keys.h"
+#include "ui/alarm/alarm_panel_placement.h"
 #include "ui/alarm/alarm_panel_view.h"
 
-#include <QMargins>
 #include <functional>
 #include <memory>
 #include <string>
 
 class QPropertyAnimation;
 class QPushButton;
-class QScreen;
 class QWindow;
 
 namespace plenzo {
@@ -48,7 +47,7 @@ public:
     /// Who hears of the user's doings; both have to outlive the window.
     void connect(AlarmPanelController& controller, AlarmPanelKeys& keys);
 
-    [[nodiscard]] bool isVisible() const override;
+    [[nodiscard]] bool isVisible() const override { return m_placement.isVisible(); }
     void sizeToRows(std::size_t count) override;
     void show() override;
     void close() override;
@@ -67,10 +66,6 @@ private:
     void connectList(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void connectSnoozeControls(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void updateStyle();
-    void noteFrame();
-    /// For the window within its frame.
-    [[nodiscard]] QRect roomOn(const QScreen& screen);
-    void placeOnScreen();
     void tellWindowManager();
     void becomeKey(AlarmPanelController& controller);
     [[nodiscard]] QString text(const std::string& key) const;
@@ -87,10 +82,7 @@ private:
     QPushButton* m_snoozeButton = nullptr;
     QPushButton* m_dismissButton = nullptr;
     std::unique_ptr<QPropertyAnimation> m_fade;
-    std::unique_ptr<QPropertyAnimation> m_resize;
-    /// What the window manager puts around the window, which the toolkit knows while it is shown.
-    QMargins m_frame;
-    bool m_isPlaced = false;
+    AlarmPanelPlacement m_placement;
 };
 
 /// Makes the classes of the alarm window's interface files known to the loader.

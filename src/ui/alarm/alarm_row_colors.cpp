@@ -26,12 +26,16 @@ QColor inactiveHighlightColor(const QColor& color) {
 }
 
 AlarmRowColors alarmRowColors(const AlarmRow& row, RowState state, const QPalette& palette) {
+    const QColor ground = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
     if (state == RowState::Normal) {
-        return {.background = palette.color(QPalette::Base), .text = palette.color(QPalette::Text)};
+        return {.background = ground, .text = text};
     }
     const QColor selection = selectionColor(row, palette);
-    const QColor background =
+    const QColor wanted =
         state == RowState::Selected ? selection : inactiveBackground(selection, palette);
+    // White calendars in light colours, and black ones in dark colours, can be selected too.
+    const QColor background = distinctFrom(ground, wanted, text);
     return {.background = background, .text = readableOn(background)};
 }
 

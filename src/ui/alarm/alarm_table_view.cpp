@@ -1,7 +1,7 @@
 #include "ui/alarm/alarm_table_view.h"
 
+#include "ui/alarm/alarm_key_press.h"
 #include "ui/alarm/alarm_row_delegate.h"
-#include "ui/controls/key_press.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -48,8 +48,7 @@ void AlarmTableView::scrollToRow(std::size_t row) {
 
 void AlarmTableView::keyPressEvent(QKeyEvent* event) {
     constexpr double millisecondsPerSecond = 1000;
-    const KeyPress key{.character = firstCharacterOfEvent(*event),
-                       .command = event->modifiers().testFlag(Qt::ControlModifier)};
+    const KeyPress key = keyPressOf(*event);
     // A copy, because what the key does may end the window.
     const auto handler = m_keyHandler;
     if (handler && handler(key, static_cast<double>(event->timestamp()) / millisecondsPerSecond)) {
@@ -86,9 +85,8 @@ void AlarmTableView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void AlarmTableView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (answersClicks(event->pos())) {
-        mousePressEvent(event);
-    } else {
+    // The first click on a check box takes its row away: the second would meet the next one.
+    if (event->button() == Qt::LeftButton && !answersClicks(event->pos())) {
         QListView::mouseDoubleClickEvent(event);
     }
 }

@@ -1,6 +1,6 @@
 #include "ui/alarm/alarm_text_field.h"
 
-#include "ui/controls/key_press.h"
+#include "ui/alarm/alarm_key_press.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -56,9 +56,7 @@ void AlarmTextField::keyPressEvent(QKeyEvent* event) {
     }
     // A copy, because what the key does may end the window.
     const auto handleKeyDown = m_handlers.handleKeyDown;
-    const KeyPress key{.character = firstCharacterOfEvent(*event),
-                       .command = event->modifiers().testFlag(Qt::ControlModifier)};
-    if (isForTheWindow(*event) && handleKeyDown && handleKeyDown(key)) {
+    if (isForTheWindow(*event) && handleKeyDown && handleKeyDown(keyPressOf(*event))) {
         return;
     }
     if (isText(*event) && refuses(event->text())) {

@@ -47,6 +47,18 @@ QColor readableOn(const QColor& background) {
     return dark >= light ? nearBlack : QColor(Qt::white);
 }
 
+QColor distinctFrom(const QColor& ground, const QColor& color, const QColor& text) {
+    constexpr double leastContrast = 1.25;
+    constexpr int steps = 20;
+    for (int step = 0; step < steps; ++step) {
+        const QColor moved = blended(color, text, static_cast<double>(step) / steps);
+        if (contrastRatio(moved, ground) >= leastContrast) {
+            return moved;
+        }
+    }
+    return text;
+}
+
 QColor mutedText(const QColor& text, const QColor& background, double fraction) {
     constexpr int steps = 8;
     for (int step = steps; step > 0; --step) {

@@ -21,6 +21,10 @@ inline constexpr double readableContrast = 4.5;
 /// Near-black or white, whichever reads better on the background; black where neither would do.
 [[nodiscard]] QColor readableOn(const QColor& background);
 
+/// The colour, moved towards that of the text as far as it takes to be seen as an area on the
+/// ground.
+[[nodiscard]] QColor distinctFrom(const QColor& ground, const QColor& color, const QColor& text);
+
 /// The text colour moved towards the background as far as it stays readable, at most by the
 /// fraction: for what matters less.
 [[nodiscard]] QColor mutedText(const QColor& text, const QColor& background, double fraction);

@@ -230,8 +230,11 @@ TEST_F(AnAlarmWindow, OffersReturnToTheButtonOfTheSettingsWhileItHasTheKeyboard)
     EXPECT_EQ(panel.defaultButton, DefaultButton::None);
     EXPECT_EQ(panel.scope, ButtonScope::Selection);
     set(preferences::snoozeDefault, false);
+    EXPECT_EQ(panel.defaultButton, DefaultButton::None);
     controller.windowDidBecomeKey();
     EXPECT_EQ(panel.defaultButton, DefaultButton::Dismiss);
+    set(preferences::snoozeDefault, true);
+    EXPECT_EQ(panel.defaultButton, DefaultButton::Snooze) << "the settings may change meanwhile";
 }
 
 TEST_F(AnAlarmWindow, ReadsTheSnoozeAnewWhenItAppearsOrTheSettingsChange) {

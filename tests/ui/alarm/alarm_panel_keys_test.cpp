@@ -46,6 +46,19 @@ TEST_F(TheKeysOfAnAlarmWindow, ClickTheDefaultButtonByReturnAndEnter) {
     EXPECT_THAT(commands(), ElementsAre("open quietly acknowledge/a-r"));
 }
 
+TEST_F(TheKeysOfAnAlarmWindow, DealWithOneRowHoweverLongTheyAreHeld) {
+    for (const char32_t character : {U's', U'd', U'/'}) {
+        EXPECT_TRUE(
+            keys.handleKeyDown({.character = character, .command = true, .isRepeated = true}));
+    }
+    for (const char32_t character : {keycharacters::carriageReturn, keycharacters::enter}) {
+        EXPECT_TRUE(keys.handleKeyInList({.character = character, .isRepeated = true}, 1));
+    }
+    EXPECT_THAT(commands(), IsEmpty());
+    EXPECT_TRUE(keys.handleKeyInList({.character = U'7', .isRepeated = true}, 1));
+    EXPECT_EQ(panel.snooze.value, 7);
+}
+
 TEST_F(TheKeysOfAnAlarmWindow, CloseAndDeleteNothing) {
     EXPECT_TRUE(press(keycharacters::escape));
     EXPECT_TRUE(typeIntoList(keycharacters::backspace, 1));

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QCloseEvent>
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
 #include <QScrollBar>
@@ -78,6 +79,51 @@ TEST_F(AShownAlarmWindow, SpeaksOfAllWhileShiftOrAltIsHeld) {
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::ShiftModifier | Qt::AltModifier);
     QApplication::sendEvent(&list(), &release);
     EXPECT_EQ(snoozeButton().text(), "Snooze All") << "one of them is still held";
+}
+
+TEST_F(AShownAlarmWindow, LearnsOfAModifierThatWasReleasedElsewhere) {
+    add({"a"});
+    activate();
+    QTest::keyPress(&field(), Qt::Key_Shift);
+    QTest::mouseMove(list().viewport(), {50, 32});
+    EXPECT_TRUE(await([&] { return snoozeButton().text() == "Snooze"; }));
+    add({"b"});
+    QTest::keyPress(&field(), Qt::Key_Shift);
+    QTest::keyClick(&field(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(list().alarms().rowCount({}), 1) << "one, not all";
+}
+
+TEST_F(AShownAlarmWindow, ActsOnNothingThatWasNotSelectedWhenAButtonWasPressed) {
+    add({"a"});
+    QTest::mousePress(&dismissButton(), Qt::LeftButton);
+    add({"b"});
+    QTest::mouseRelease(&dismissButton(), Qt::LeftButton);
+    EXPECT_EQ(list().alarms().rowCount({}), 2);
+    QTest::mouseClick(&dismissButton(), Qt::LeftButton);
+    EXPECT_EQ(list().alarms().rowCount({}), 1);
+}
+
+TEST_F(AShownAlarmWindow, IsDismissedByItsUserAndNotByTheEndOfTheSession) {
+    add({"a"});
+    panel().close();
+    EXPECT_EQ(list().alarms().rowCount({}), 1) << "as the toolkit closes it";
+    panel().show();
+    QCloseEvent ofUser;
+    QSpontaneKeyEvent::setSpontaneous(&ofUser);
+    qApp->notify(&panel(), &ofUser);
+    EXPECT_EQ(list().alarms().rowCount({}), 0);
+}
+
+TEST_F(AShownAlarmWindow, KnowsTheKeysOfACommandInEveryLayout) {
+    constexpr quint32 placeOfD = 40;
+    add({"a", "b"});
+    activate();
+    QKeyEvent typed(QEvent::KeyPress, 0x0412, Qt::NoModifier, placeOfD, 0, 0);
+    QApplication::sendEvent(&list(), &typed);
+    EXPECT_EQ(list().alarms().rowCount({}), 2);
+    QKeyEvent command(QEvent::KeyPress, 0x0412, Qt::ControlModifier, placeOfD, 0, 0);
+    QApplication::sendEvent(&list(), &command);
+    EXPECT_EQ(list().alarms().rowCount({}), 1);
 }
 
 TEST_F(AShownAlarmWindow, TakesAnAmountInEveryWayOfTyping) {

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QTest>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -122,6 +123,25 @@ TEST_F(TheListOfAlarms, ShowsWhatIsCutOffAndTheCalendarWhileTheMouseRests) {
     EXPECT_EQ(plain(toolTipAt({60, 96})), longTitle);
     EXPECT_TRUE(Qt::mightBeRichText(toolTipAt({60, 96}))) << "or the markup would show";
     EXPECT_EQ(alarmToolTip({}, true), "");
+}
+
+TEST_F(TheListOfAlarms, CompletesOneToDoByADoubleClickAndShowsEventsByTheLeftButtonAlone) {
+    const QPoint checkBox(24, 32);
+    for (const char* title : {"a", "b", "c"}) {
+        controller().addDisplayAlarm(alarm(title, {{keys::type, 1}}));
+    }
+    controller().showAlarmWindowIfNecessary();
+    const auto doubleClick = [this](Qt::MouseButton button, const QPoint& point) {
+        QTest::mouseClick(list().viewport(), button, {}, point);
+        QTest::mouseDClick(list().viewport(), button, {}, point);
+    };
+    doubleClick(Qt::LeftButton, checkBox);
+    EXPECT_EQ(list().alarms().rowCount({}), 2);
+    workspace.opened.clear();
+    doubleClick(Qt::RightButton, {200, 32});
+    EXPECT_TRUE(workspace.opened.empty());
+    doubleClick(Qt::LeftButton, {200, 32});
+    EXPECT_EQ(workspace.opened.size(), 1U);
 }
 
 TEST_F(TheListOfAlarms, PaintsHostileTextsInNoTime) {

@@ -35,7 +35,7 @@ TEST(AContrastRatio, IsThatOfTheGuidelines) {
     EXPECT_EQ(contrastRatio(Qt::red, Qt::red), 1);
 }
 
-TEST(ASelectedRow, CanBeReadInEveryCalendarsColor) {
+TEST(ASelectedRow, CanBeSeenAndReadInEveryCalendarsColor) {
     for (const Color& color : everyKindOfColor()) {
         AlarmRow row;
         row.color = color;
@@ -45,6 +45,7 @@ TEST(ASelectedRow, CanBeReadInEveryCalendarsColor) {
                 const QColor muted = mutedText(colors.text, colors.background, 0.35);
                 EXPECT_GE(contrastRatio(colors.text, colors.background), readableContrast);
                 EXPECT_GE(contrastRatio(muted, colors.background), readableContrast);
+                EXPECT_GE(contrastRatio(colors.background, palette.color(QPalette::Base)), 1.25);
             }
         }
     }
