@@ -88,6 +88,7 @@ bool AlarmPanel::event(QEvent* event) {
 
 bool AlarmPanel::eventFilter(QObject* watched, QEvent* event) {
     noteModifiers(*event);
+    noteRelease(*event);
     const bool isCommand =
         event->type() == QEvent::KeyPress &&
         static_cast<const QKeyEvent&>(*event).modifiers().testFlag(Qt::ControlModifier);
@@ -96,6 +97,24 @@ bool AlarmPanel::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void AlarmPanel::noteRelease(const QEvent& event) {
+    if (event.type() == QEvent::KeyRelease) {
+        const auto& release = static_cast<const QKeyEvent&>(event);
+        m_releasedScanCode = release.nativeScanCode();
+        m_releaseMilliseconds = release.timestamp();
+    }
+}
+
+// X11 repeats a key by releases and presses in the same moment. The toolkit takes them for what
+// they are only if it has received both when it looks at the first.
+bool AlarmPanel::isRepeated(const QKeyEvent& press) const {
+    constexpr quint64 shortestPauseMilliseconds = 3;
+    const bool isReleasedKey =
+        press.nativeScanCode() != 0 && press.nativeScanCode() == m_releasedScanCode;
+    return press.isAutoRepeat() ||
+           (isReleasedKey && press.timestamp() - m_releaseMilliseconds < shortestPauseMilliseconds);
 }
 
 void AlarmPanel::noteModifiers(const QEvent& event) const {

@@ -26,6 +26,9 @@ public:
     };
     void setHandlers(Handlers handlers) { m_handlers = std::move(handlers); }
 
+    /// Whether a key comes again because it is held.
+    [[nodiscard]] bool isRepeated(const QKeyEvent& press) const;
+
     /// Lets the panel see the keys of what is in it by now.
     void watchKeysOfChildren();
 
@@ -38,8 +41,11 @@ protected:
 private:
     [[nodiscard]] std::function<void()> handlerFor(QEvent::Type type) const;
     void noteModifiers(const QEvent& event) const;
+    void noteRelease(const QEvent& event);
 
     Handlers m_handlers;
+    quint32 m_releasedScanCode = 0;
+    quint64 m_releaseMilliseconds = 0; // by the toolkit's event clock
 };
 
 } // namespace plenzo

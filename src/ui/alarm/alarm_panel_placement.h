@@ -22,8 +22,8 @@ public:
     /// On the screen, not minimized.
     [[nodiscard]] bool isVisible() const;
 
-    /// Ends what goes on with its size. False when the user has maximized it, and has it as large as
-    /// it is to be.
+    /// Ends what goes on with its size. False when the user has maximized it, and has it as large
+    /// as it is to be.
     [[nodiscard]] bool settle();
     /// So many device-independent pixels higher, or lower; the upper edge stays. A window that is
     /// seen moves there.

@@ -165,12 +165,8 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
                  controller.windowWillClose();
              },
          .paletteChanged = [this] { updateStyle(); },
-         .keyDown =
-             [&keys](const QKeyEvent& event) {
-                 return keys.handleKeyDown(
-                     {.character = firstCharacterOfEvent(event),
-                      .command = event.modifiers().testFlag(Qt::ControlModifier)});
-             }});
+         .keyDown = [this, &keys](
+                        const QKeyEvent& event) { return keys.handleKeyDown(keyPressOf(event)); }});
     // A scroll bar that comes and goes while the window grows would push the texts about.
     QObject::connect(&m_placement.growing(), &QAbstractAnimation::stateChanged, m_list,
                      [this](QAbstractAnimation::State state) {
@@ -181,8 +177,10 @@ void AlarmPanelWindow::connectPanel(AlarmPanelController& controller, AlarmPanel
 }
 
 void AlarmPanelWindow::connectList(AlarmPanelController& controller, AlarmPanelKeys& keys) {
-    m_list->setKeyHandler([&keys](const KeyPress& key, double timestampSeconds) {
-        return keys.handleKeyInList(key, timestampSeconds);
+    m_list->setKeyHandler([this, &keys](const QKeyEvent& event) {
+        constexpr double millisecondsPerSecond = 1000;
+        return keys.handleKeyInList(keyPressOf(event),
+                                    static_cast<double>(event.timestamp()) / millisecondsPerSecond);
     });
     QObject::connect(m_list, &QAbstractItemView::doubleClicked, m_list,
                      [&controller] { controller.showSelectedEvent(); });
@@ -209,7 +207,10 @@ void AlarmPanelWindow::connectSnoozeControls(AlarmPanelController& controller,
                                              AlarmPanelKeys& keys) {
     m_snoozeTextField->setHandlers(
         {.handleInsert = [&keys](std::u32string_view text) { return keys.handleInsert(text); },
-         .handleKeyDown = [&keys](const KeyPress& key) { return keys.handleKeyDown(key); }});
+         .handleKeyDown =
+             [this, &keys](const QKeyEvent& event) {
+                 return keys.handleKeyDown(keyPressOf(event));
+             }});
     QObject::connect(m_snoozeTextField, &QLineEdit::textEdited, m_panel.get(),
                      [&controller](const QString& text) {
                          bool isNumber = false;
@@ -224,6 +225,12 @@ void AlarmPanelWindow::connectSnoozeControls(AlarmPanelController& controller,
                      [&controller] { controller.snoozeButton(); });
     QObject::connect(m_dismissButton, &QPushButton::clicked, m_panel.get(),
                      [&controller] { controller.dismissButton(); });
+}
+
+KeyPress AlarmPanelWindow::keyPressOf(const QKeyEvent& event) const {
+    return {.character = firstCharacterOfEvent(event),
+            .command = event.modifiers().testFlag(Qt::ControlModifier),
+            .isRepeated = m_panel->isRepeated(event)};
 }
 
 void AlarmPanelWindow::becomeKey(AlarmPanelController& controller) {
@@ -278,13 +285,22 @@ void AlarmPanelWindow::show() {
     m_fade->start();
 }
 
+/// A menu of something in the window would stay alone on the screen.
+void AlarmPanelWindow::closeMenu() {
+    QWidget* menu = QApplication::activePopupWidget();
+    const QObject* owner = menu;
+    while (owner != nullptr && owner != m_panel.get()) {
+        owner = owner->parent();
+    }
+    if (owner != nullptr) {
+        menu->close();
+    }
+}
+
 void AlarmPanelWindow::close() {
     m_fade->stop();
     m_placement.noteFrame();
-    if (QWidget* popup = QApplication::activePopupWidget();
-        popup != nullptr && m_panel->isAncestorOf(popup)) {
-        popup->close();
-    }
+    closeMenu();
     m_panel->close();
 }
 

@@ -66,7 +66,9 @@ private:
     void connectList(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void connectSnoozeControls(AlarmPanelController& controller, AlarmPanelKeys& keys);
     void updateStyle();
+    void closeMenu();
     void tellWindowManager();
+    [[nodiscard]] KeyPress keyPressOf(const QKeyEvent& event) const;
     void becomeKey(AlarmPanelController& controller);
     [[nodiscard]] QString text(const std::string& key) const;
     [[nodiscard]] QString toolTip(const QPushButton& button, const std::string& key) const;

@@ -1,6 +1,5 @@
 #include "ui/alarm/alarm_table_view.h"
 
-#include "ui/alarm/alarm_key_press.h"
 #include "ui/alarm/alarm_row_delegate.h"
 
 #include <QKeyEvent>
@@ -47,11 +46,9 @@ void AlarmTableView::scrollToRow(std::size_t row) {
 }
 
 void AlarmTableView::keyPressEvent(QKeyEvent* event) {
-    constexpr double millisecondsPerSecond = 1000;
-    const KeyPress key = keyPressOf(*event);
     // A copy, because what the key does may end the window.
     const auto handler = m_keyHandler;
-    if (handler && handler(key, static_cast<double>(event->timestamp()) / millisecondsPerSecond)) {
+    if (handler && handler(*event)) {
         event->accept();
         return;
     }

@@ -16,7 +16,7 @@ public:
     explicit AlarmTableView(QWidget* parent = nullptr);
 
     /// Says whether it has made use of the key.
-    void setKeyHandler(std::function<bool(const KeyPress&, double timestampSeconds)> handler) {
+    void setKeyHandler(std::function<bool(const QKeyEvent& event)> handler) {
         m_keyHandler = std::move(handler);
     }
 
@@ -46,7 +46,7 @@ private:
     [[nodiscard]] bool answersClicks(const QPoint& position) const;
 
     AlarmListModel m_model;
-    std::function<bool(const KeyPress&, double)> m_keyHandler;
+    std::function<bool(const QKeyEvent& event)> m_keyHandler;
 };
 
 } // namespace plenzo

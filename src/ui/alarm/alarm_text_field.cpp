@@ -1,7 +1,5 @@
 #include "ui/alarm/alarm_text_field.h"
 
-#include "ui/alarm/alarm_key_press.h"
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -56,7 +54,7 @@ void AlarmTextField::keyPressEvent(QKeyEvent* event) {
     }
     // A copy, because what the key does may end the window.
     const auto handleKeyDown = m_handlers.handleKeyDown;
-    if (isForTheWindow(*event) && handleKeyDown && handleKeyDown(keyPressOf(*event))) {
+    if (isForTheWindow(*event) && handleKeyDown && handleKeyDown(*event)) {
         return;
     }
     if (isText(*event) && refuses(event->text())) {

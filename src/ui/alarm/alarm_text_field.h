@@ -18,7 +18,7 @@ public:
         /// Text in lower case; true refuses it.
         std::function<bool(std::u32string_view text)> handleInsert;
         /// Keys that are no text: true when they were made use of.
-        std::function<bool(const KeyPress& key)> handleKeyDown;
+        std::function<bool(const QKeyEvent& event)> handleKeyDown;
     };
     void setHandlers(Handlers handlers) { m_handlers = std::move(handlers); }
 
