@@ -32,6 +32,7 @@ NotificationServer::Events FreedesktopNotifications::serverEvents() {
                 sendWaiting();
             },
         .left = [this] { serverLeft(); },
+        .cannotStart = [this] { soundWaiting(); },
         .closed = [this](Number number,
                          NotificationServer::CloseReason reason) { noteClosed(number, reason); },
         .actionInvoked = [this](Number number,
@@ -74,6 +75,9 @@ void FreedesktopNotifications::send(std::uint64_t identifier,
     if (m_server.playsSounds() &&
         (m_there[identifier].hasBeenShown || !takesTurnToSound(notification))) {
         sent.soundName.reset();
+    }
+    if (sent.soundName) {
+        sent.soundName = heardName(*sent.soundName);
     }
     m_server.notify(sent, sent.soundName ? soundPath(*sent.soundName) : std::nullopt,
                     [this, identifier](NotificationServer::Answer answer, Number number) {
@@ -125,8 +129,28 @@ void FreedesktopNotifications::playSoundOf(std::uint64_t identifier) {
     if (m_server.playsSounds() || !m_sounds.play || !takesTurnToSound(notification)) {
         return;
     }
-    const std::string& name = *notification.soundName;
-    m_sounds.play(name.empty() ? notificationsound::ofDesktop : name);
+    m_sounds.play(heardName(*notification.soundName));
+}
+
+/// The desktop's own sound belongs to a theme that need not be installed.
+std::string FreedesktopNotifications::heardName(const std::string& name) const {
+    if (!name.empty()) {
+        return name;
+    }
+    const bool isOursAlone =
+        !soundPath(notificationsound::ofDesktop) && soundPath(notificationsound::ofAgent);
+    return isOursAlone ? notificationsound::ofAgent : notificationsound::ofDesktop;
+}
+
+/// Who shows notifications nowhere shall hear them.
+void FreedesktopNotifications::soundWaiting() {
+    for (const std::uint64_t identifier : m_waiting) {
+        const auto delivery = m_deliveries.find(identifier);
+        if (delivery != m_deliveries.end() && !m_there[identifier].hasBeenShown) {
+            playSoundOf(identifier);
+            delivery->second.notification.soundName.reset();
+        }
+    }
 }
 
 void FreedesktopNotifications::noteRefused(std::uint64_t identifier) {
@@ -155,6 +179,7 @@ void FreedesktopNotifications::serverLeft() {
     m_retry.reset();
     m_retryMilliseconds = m_delays.retryMilliseconds;
     m_waiting.clear();
+    m_setAside.clear();
     for (auto& [identifier, delivery] : m_deliveries) {
         delivery.number = 0;
         m_waiting.push_back(identifier);
@@ -177,10 +202,58 @@ void FreedesktopNotifications::noteClosed(Number number, NotificationServer::Clo
     if (!known) {
         return;
     }
-    if (reason == NotificationServer::CloseReason::DismissedByUser) {
+    switch (reason) {
+    case NotificationServer::CloseReason::DismissedByUser:
         tell(known.mapped(), ActivationType::None);
+        forget(known.mapped());
+        noteRoom();
+        break;
+    case NotificationServer::CloseReason::ClosedByCall:
+        forget(known.mapped());
+        noteRoom();
+        break;
+    default:
+        setAside(known.mapped());
     }
-    forget(known.mapped());
+}
+
+void FreedesktopNotifications::setAside(std::uint64_t identifier) {
+    m_deliveries[identifier].number = 0;
+    m_setAside.push_back(identifier);
+    if (m_identifiers.empty()) {
+        m_again = m_loop.after(m_delays.againMilliseconds, [this] {
+            if (m_identifiers.empty()) {
+                showAgain(m_setAside.size());
+            }
+        });
+    }
+}
+
+/// Answers and removals often come together, and those removed are not to be seen again.
+void FreedesktopNotifications::noteRoom() {
+    if (m_setAside.empty()) {
+        return;
+    }
+    ++m_room;
+    if (!m_roomPause) {
+        m_roomPause = m_loop.after(m_delays.roomMilliseconds, [this] {
+            m_roomPause.reset();
+            showAgain(m_room);
+        });
+    }
+}
+
+void FreedesktopNotifications::showAgain(std::size_t count) {
+    m_room = 0;
+    while (count > 0 && !m_setAside.empty()) {
+        const std::uint64_t identifier = m_setAside.back();
+        m_setAside.pop_back();
+        if (m_deliveries.contains(identifier)) {
+            m_waiting.push_back(identifier);
+            --count;
+        }
+    }
+    sendWaiting();
 }
 
 void FreedesktopNotifications::noteAction(Number number, const std::string& action) {
@@ -213,6 +286,7 @@ void FreedesktopNotifications::removeDelivered(std::uint64_t identifier) {
     if (known != m_identifiers.end() && known->second == identifier) {
         m_identifiers.erase(known);
         m_server.close(number);
+        noteRoom();
     }
     forget(identifier);
 }
@@ -225,6 +299,7 @@ void FreedesktopNotifications::removeAllDelivered() {
     m_deliveries.clear();
     m_waiting.clear();
     m_refused.clear();
+    m_setAside.clear();
 }
 
 void FreedesktopNotifications::forget(std::uint64_t identifier) {

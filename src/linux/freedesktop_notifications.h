@@ -19,7 +19,9 @@ namespace plenzo {
 /// The notifications that the desktop's server shows. What was delivered is kept until it is
 /// answered or removed, so that it survives the server: it waits while there is none, and a server
 /// that comes shows everything that is still unanswered, once, since what another one had on the
-/// screen went with it. An alarm may so be seen again, but it is not lost.
+/// screen went with it. A server that shows only a few at a time takes others away: they come again
+/// when there is room, and where nothing stays, after a while. An alarm may so be seen again, but
+/// it is not lost.
 ///
 /// A new notification never takes over the number of an older one: an answer to the one that was
 /// on its way would count for the other.
@@ -34,6 +36,10 @@ public:
         int longestRetryMilliseconds = 3'600'000;
         /// From one sound, whoever plays it, to the next.
         int shortestSoundPauseMilliseconds = 3'000;
+        /// After which what a server has taken away comes again, when another has been answered.
+        int roomMilliseconds = 300;
+        /// And when there is no other.
+        int againMilliseconds = 300'000;
         /// After which alarms wait no longer for a server to say what it can do.
         int capabilitiesMilliseconds = 10'000;
     };
@@ -91,8 +97,13 @@ private:
     /// Whether it has a sound and may make it now; until the next one's turn.
     bool takesTurnToSound(const UserNotification& notification);
     void playSoundOf(std::uint64_t identifier);
+    void soundWaiting();
+    [[nodiscard]] std::string heardName(const std::string& name) const;
     void noteRefused(std::uint64_t identifier);
     void retryRefused();
+    void setAside(std::uint64_t identifier);
+    void noteRoom();
+    void showAgain(std::size_t count);
     void noteClosed(Number number, NotificationServer::CloseReason reason);
     void noteAction(Number number, const std::string& action);
     void tell(std::uint64_t identifier, ActivationType activationType);
@@ -111,12 +122,17 @@ private:
     /// To be sent, in this order. Some may have been removed since.
     std::deque<std::uint64_t> m_waiting;
     std::vector<std::uint64_t> m_refused;
+    /// Taken away by the server, unanswered, the last one last. Some may have been removed since.
+    std::vector<std::uint64_t> m_setAside;
+    std::size_t m_room = 0;
     int m_onTheirWay = 0;
     int m_retryMilliseconds;
     ActivationToken m_activationToken;
     bool m_hasAskedForReturn = false;
     Handle m_return;
     Handle m_retry;
+    Handle m_roomPause;
+    Handle m_again;
     /// As long as another sound would come too soon.
     Handle m_soundPause;
     /// Ends first: it calls all of the above.

@@ -123,6 +123,8 @@ NotificationMessage notificationMessage(const UserNotification& notification,
     }
     // An alarm stays until it is answered.
     message.hints["urgency"] = sdbus::Variant(criticalUrgency);
+    // Some desktops close what is there of a program, as if the user had, when its window comes up.
+    message.hints["resident"] = sdbus::Variant(true);
     message.hints["desktop-entry"] = sdbus::Variant(std::string("org.plenzo.PlenzoAlarm"));
     return message;
 }

@@ -24,6 +24,7 @@ namespace notificationsound {
 
 /// What the sound themes play when an alarm elapses.
 inline constexpr const char* ofDesktop = "alarm-clock-elapsed";
+inline constexpr const char* ofAgent = "Basso";
 
 } // namespace notificationsound
 

@@ -103,8 +103,11 @@ void NotificationServer::askForStart() {
         m_messageBus->callMethodAsync("StartServiceByName")
             .onInterface("org.freedesktop.DBus")
             .withArguments(std::string(serverName), noFlags)
-            .uponReplyInvoke([this](const sdbus::Error* /*error*/, std::uint32_t /*result*/) {
+            .uponReplyInvoke([this](const sdbus::Error* error, std::uint32_t /*result*/) {
                 m_isStarting = false;
+                if (error != nullptr && !m_service.isPresent()) {
+                    m_events.cannotStart();
+                }
             });
         m_bus.sent();
     } catch (const sdbus::Error&) {

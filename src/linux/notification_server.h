@@ -21,12 +21,14 @@ public:
     /// The server's number of a notification, counted from 1 by each server anew.
     using Number = std::uint32_t;
 
-    enum class CloseReason : std::uint32_t { Expired = 1, DismissedByUser = 2, ClosedByUs = 3 };
+    enum class CloseReason : std::uint32_t { Expired = 1, DismissedByUser = 2, ClosedByCall = 3 };
 
     struct Events {
         /// A server is there, and what it can do is known.
         std::function<void()> ready;
         std::function<void()> left;
+        /// There is none that the bus could start.
+        std::function<void()> cannotStart;
         std::function<void(Number number, CloseReason reason)> closed;
         std::function<void(Number number, const std::string& action)> actionInvoked;
         /// Comes before the action: what is opened for it may come forward with this token.

@@ -73,11 +73,14 @@ protected:
     ServedBus m_bus;
     std::unique_ptr<BusOnMainLoop> m_connection = m_bus.connect();
     FakeClock m_clock{Instant()};
-    FreedesktopNotifications m_center{
-        m_bus.loop(),
-        *m_connection,
-        m_clock,
-        {.returnMilliseconds = 0, .retryMilliseconds = 1, .longestRetryMilliseconds = 2}};
+    FreedesktopNotifications m_center{m_bus.loop(),
+                                      *m_connection,
+                                      m_clock,
+                                      {.returnMilliseconds = 0,
+                                       .retryMilliseconds = 1,
+                                       .longestRetryMilliseconds = 2,
+                                       .roomMilliseconds = 0,
+                                       .againMilliseconds = 1}};
     ActivationJournal m_journal;
     Handle m_observation = m_center.observe(m_journal);
     std::optional<PlayedNotificationServer> m_server;
@@ -159,19 +162,35 @@ TEST_F(SoundsOfNotifications, AreOneForThoseThatComeTogetherAtAServerThatCan) {
 }
 
 TEST_F(SoundsOfNotifications, ArePlayedHereForAServerThatCannotOneForThoseThatComeTogether) {
+    start();
     deliverWithSound(std::nullopt);
     deliverWithSound("Basso");
-    EXPECT_THAT(m_played, IsEmpty()) << "nothing is on the screen yet";
-    start();
     EXPECT_THAT(m_played, ElementsAre("Basso"));
     deliverWithSound("Other");
     EXPECT_THAT(m_played, ElementsAre("Basso")) << "too soon";
 }
 
-TEST_F(SoundsOfNotifications, AreThoseOfTheDesktopWithoutAName) {
+TEST_F(SoundsOfNotifications, AreThoseOfTheDesktopWithoutANameOrElseOurs) {
     start();
     deliverWithSound("");
-    EXPECT_THAT(m_played, ElementsAre("alarm-clock-elapsed"));
+    EXPECT_THAT(m_played, ElementsAre("Basso"));
+    FreedesktopNotifications center(m_bus.loop(), *m_connection, m_clock);
+    auto ofTheme = sounds();
+    ofTheme.pathOf = [](const std::string& name) { return "/" + name; };
+    center.setSounds(std::move(ofTheme));
+    UserNotification notification;
+    notification.soundName = "";
+    center.deliver(notification);
+    settle();
+    EXPECT_THAT(m_played, ElementsAre("Basso", "alarm-clock-elapsed"));
+}
+
+TEST_F(SoundsOfNotifications, AreHeardOnceWhereNobodyShowsThem) {
+    deliverWithSound("Basso");
+    m_bus.runUntil([this] { return !m_played.empty(); });
+    start();
+    EXPECT_EQ(m_server->shown.size(), 1U);
+    EXPECT_THAT(m_played, ElementsAre("Basso"));
 }
 
 TEST_F(SoundsOfNotifications, AreHeardOnceEachAndNotAgainFromAServerThatReturns) {
@@ -272,13 +291,31 @@ TEST_F(NotificationsOfTheDesktop, AreNotShownTwiceWhenTheServerDoesNotNumberThem
     EXPECT_THAT(m_server->closed, ElementsAre(2)) << "the other one's number nobody knows";
 }
 
-TEST_F(NotificationsOfTheDesktop, AreGoneUnansweredWhenTheServerLetsThemExpire) {
+TEST_F(NotificationsOfTheDesktop, ComeAgainWhenThereIsRoomAfterTheServerTookThemAway) {
     start();
-    deliverAndSettle({"a", "b", "c"});
+    deliverAndSettle({"a", "b", "c", "d"});
     tell("NotificationClosed", std::uint32_t{1}, expired);
-    tell("NotificationClosed", std::uint32_t{2}, PlayedNotificationServer::closedByCall);
-    tell("NotificationClosed", std::uint32_t{3}, std::uint32_t{4711});
-    EXPECT_THAT(there(), IsEmpty());
+    tell("NotificationClosed", std::uint32_t{2}, std::uint32_t{4711});
+    EXPECT_EQ(m_server->shown.size(), 4U) << "there is no room yet";
+    tell("NotificationClosed", std::uint32_t{3}, PlayedNotificationServer::closedByCall);
+    EXPECT_THAT(m_server->summaries(), ElementsAre("a", "b", "c", "d", "b"));
+    m_center.removeDelivered(identifierOf("a"));
+    tell("NotificationClosed", std::uint32_t{4}, dismissed);
+    EXPECT_THAT(there(), ElementsAre("b"));
+    tell("NotificationClosed", std::uint32_t{5}, dismissed);
+    EXPECT_THAT(heard(), ElementsAre("d 0", "b 0"));
+    EXPECT_EQ(m_server->shown.size(), 5U);
+}
+
+TEST_F(NotificationsOfTheDesktop, ComeAgainAfterAWhileWhereNothingStays) {
+    start();
+    deliverAndSettle({"a", "b"});
+    tell("NotificationClosed", std::uint32_t{2}, expired);
+    EXPECT_EQ(m_server->shown.size(), 2U);
+    tell("NotificationClosed", std::uint32_t{1}, expired);
+    m_bus.runUntil([this] { return m_server->shown.size() == 4; });
+    settle();
+    EXPECT_THAT(there(), ElementsAre("a", "b"));
     EXPECT_THAT(heard(), IsEmpty());
 }
 

@@ -47,12 +47,16 @@ class AnAnswer(NotificationTest):
         self.assertEqual((command, reminder), ("snooze", "tea-at-start"))
         self.assertTrue(int(before) <= int(until) - 300 <= now_seconds())
 
-    def test_by_closing_acknowledges_and_expiry_is_none(self):
+    def test_by_closing_acknowledges_and_what_the_server_takes_away_comes_again(self):
         self.start()
         self.deliver("expired", "closed")
         self.server.emit("NotificationClosed", GLib.Variant("(uu)", (2, 1)))
         self.server.dismiss(1)
         self.wait_for_commands("acknowledge/closed-at-start")
+        self.assertEqual([row["uid"] for row in self.link.delivered()], ["expired"])
+        self.wait_until(lambda: self.server.summaries() == ["closed", "expired", "expired"], "again")
+        self.server.dismiss(3)
+        self.wait_for_commands("acknowledge/closed-at-start", "acknowledge/expired-at-start")
         self.assertEqual(self.link.delivered(), [])
 
     def test_comes_from_a_server_that_came_after_the_delivery(self):

@@ -315,7 +315,7 @@ void AlarmPanelWindow::takeFocus() {
 
 void AlarmPanelWindow::setSnoozeAmount(const SnoozeAmount& amount) {
     const QString number = QString::number(amount.value);
-    if (m_snoozeTextField->text() != number) {
+    if (m_snoozeTextField->text() != number && !m_snoozeTextField->isTypingBefore(number)) {
         m_snoozeTextField->setText(number);
         if (amount.value == 0) {
             m_snoozeTextField->selectAll();

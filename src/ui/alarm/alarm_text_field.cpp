@@ -33,6 +33,12 @@ AlarmTextField::AlarmTextField(QWidget* parent) : QLineEdit(parent) {
     // For what comes in other ways: the context menu, the middle button, a drop.
     static const QRegularExpression digits("[0-9]{0,9}");
     setValidator(new QRegularExpressionValidator(digits, this));
+    setInputMethodHints(Qt::ImhDigitsOnly);
+}
+
+bool AlarmTextField::isTypingBefore(const QString& number) const {
+    const auto before = text().size() - number.size();
+    return before > 0 && cursorPosition() <= before && text() == QString(before, '0') + number;
 }
 
 bool AlarmTextField::refuses(const QString& text) const {

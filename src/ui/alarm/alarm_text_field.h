@@ -22,6 +22,9 @@ public:
     };
     void setHandlers(Handlers handlers) { m_handlers = std::move(handlers); }
 
+    /// Whether the user has typed a 0 in front of that number, as of "05", and may go on there.
+    [[nodiscard]] bool isTypingBefore(const QString& number) const;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;

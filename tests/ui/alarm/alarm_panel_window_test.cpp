@@ -139,6 +139,11 @@ TEST_F(AShownAlarmWindow, TakesAnAmountInEveryWayOfTyping) {
     QTest::keyClick(&field(), Qt::Key_Backspace);
     EXPECT_EQ(amount(), 0);
     EXPECT_EQ(field().text(), "0");
+    field().setText("5");
+    QTest::keyClick(&field(), Qt::Key_Home);
+    QTest::keyClicks(&field(), "03");
+    EXPECT_EQ(amount(), 35) << "before the 5";
+    field().setText("0");
     QTest::keyClicks(&field(), "12345678901234567890");
     EXPECT_EQ(field().text(), "123456789") << "as many digits as there can be";
 }
