@@ -49,6 +49,7 @@ RecordChanges AgentEvents::update(const CalendarSet& set, const ExpansionWindow&
 RecordChanges AgentEvents::updateAll(const std::vector<Calendar>& calendars,
                                      const ExpansionWindow& window) {
     std::vector<CalendarExpansion*> expansions;
+    expansions.reserve(calendars.size());
     for (const Calendar& calendar : calendars) {
         expansions.push_back(&m_expansions[calendar.uid]);
     }

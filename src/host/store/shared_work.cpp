@@ -22,7 +22,7 @@ std::optional<std::size_t> SharedWork::take() {
     return index < m_count ? std::optional(index) : std::nullopt;
 }
 
-void SharedWork::run(std::size_t worthAThread, const std::function<void()>& work) {
+void SharedWork::run(std::size_t worthAThread, const std::function<void()>& work) const {
     std::vector<std::jthread> helpers;
     try {
         while (helpers.size() < helpersFor(m_count, worthAThread)) {

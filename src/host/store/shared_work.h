@@ -18,7 +18,7 @@ public:
 
     /// Runs `work`, which takes pieces until there are none, here and in as many threads as pay
     /// when this many pieces are worth one. Returns when all are done.
-    void run(std::size_t worthAThread, const std::function<void()>& work);
+    void run(std::size_t worthAThread, const std::function<void()>& work) const;
 
 private:
     std::size_t m_count = 0;
