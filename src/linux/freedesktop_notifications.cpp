@@ -76,8 +76,8 @@ void FreedesktopNotifications::send(std::uint64_t identifier,
         (m_there[identifier].hasBeenShown || !takesTurnToSound(notification))) {
         sent.soundName.reset();
     }
-    if (sent.soundName) {
-        sent.soundName = heardName(*sent.soundName);
+    if (sent.soundName && heardName(*sent.soundName) == notificationsound::ofAgent) {
+        sent.soundName = notificationsound::ofAgent;
     }
     m_server.notify(sent, sent.soundName ? soundPath(*sent.soundName) : std::nullopt,
                     [this, identifier](NotificationServer::Answer answer, Number number) {
