@@ -12,13 +12,13 @@ MailUtilities::MailUtilities(const Collaborators& collaborators)
     : m_collaborators(collaborators),
       m_scripts(collaborators.scripts, collaborators.scriptFolders) {}
 
-void MailUtilities::mail(const MailMessage& message, std::function<void(bool)> finished) {
+void MailUtilities::mail(const MailMessage& message, Progress progress) {
     auto prepared = preparedForScript(message);
     if (!prepared || m_waiting.size() >= mostWaitingMessages) {
-        finished(false);
+        progress.finished(false);
         return;
     }
-    m_waiting.push_back({.message = std::move(*prepared), .finished = std::move(finished)});
+    m_waiting.push_back({.message = std::move(*prepared), .progress = std::move(progress)});
     if (!m_task) {
         startNextTask();
     }
@@ -71,11 +71,32 @@ void MailUtilities::runForNextRecipient() {
         finish(m_task->hasSucceeded);
         return;
     }
-    m_step = m_collaborators.scripts.run(
+    if (!std::exchange(m_task->hasBegun, true)) {
+        m_task->progress.begins();
+    }
+    m_step = run(*recipient, [this](bool hasRunWell) { note(hasRunWell); });
+}
+
+Handle MailUtilities::run(const MailRecipient& recipient, std::function<void(bool)> finished) {
+    return m_collaborators.scripts.run(
         {.program = m_task->script.path,
-         .arguments = scriptArguments(m_task->message, *recipient),
+         .arguments = scriptArguments(m_task->message, recipient),
          .environment = {std::string(clientVariable) + "=" + m_task->client.id}},
-        [this](bool hasRunWell) { note(hasRunWell); });
+        std::move(finished));
+}
+
+/// The scripts go on alone.
+void MailUtilities::completeAtOnce() {
+    if (!m_task || !m_task->hasBegun) {
+        return;
+    }
+    for (int count = 0; count < mostRunsAtOnce; ++count) {
+        const MailRecipient* recipient = takeRecipient();
+        if (recipient == nullptr) {
+            return;
+        }
+        run(*recipient, [](bool /*hasRunWell*/) {}).reset();
+    }
 }
 
 /// Null when there is none any more.
@@ -100,7 +121,7 @@ void MailUtilities::note(bool hasRunWell) {
 }
 
 void MailUtilities::finish(bool isTaken) {
-    const auto finished = std::move(m_task->finished);
+    const auto finished = std::move(m_task->progress.finished);
     m_task.reset();
     m_step.reset();
     startNextTask();
