@@ -36,7 +36,7 @@ void MailUtilities::startNextTask() {
 }
 
 void MailUtilities::useClient(const MailClient& client) {
-    auto script = m_scripts.scriptOfClient(client.id);
+    auto script = m_scripts.scriptOfClient(client);
     if (!script) {
         finish(false);
         return;
@@ -81,7 +81,8 @@ Handle MailUtilities::run(const MailRecipient& recipient, std::function<void(boo
     return m_collaborators.scripts.run(
         {.program = m_task->script.path,
          .arguments = scriptArguments(m_task->message, recipient),
-         .environment = {std::string(clientVariable) + "=" + m_task->client.id}},
+         .environment = {std::string(clientVariable) + "=" + m_task->client.id,
+                         std::string(programVariable) + "=" + m_task->script.clientProgram}},
         std::move(finished));
 }
 

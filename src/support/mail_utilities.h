@@ -36,6 +36,8 @@ public:
     static constexpr const char* clientWithoutDefault = "default";
     /// By this variable of its environment a script that serves several clients learns of the one.
     static constexpr const char* clientVariable = "PLENZO_MAIL_CLIENT";
+    /// By this one, of the program to call, when it is not the one of the client's usual name.
+    static constexpr const char* programVariable = "PLENZO_MAIL_PROGRAM";
 
     explicit MailUtilities(const Collaborators& collaborators);
 

@@ -61,9 +61,9 @@ protected:
 };
 
 TEST_F(MailAtTheEndOfASession, GoesOutInTheNextUnlessItHadBegun) {
-    fireAt(at(7, 55), {mailAt("begun", at(7, 50)), mailAt("first", at(7, 51)),
-                       eventAt("shown", at(7, 52)), mailAt("second", at(7, 53)),
-                       mailAt("later", at(9, 30))});
+    fireAt(at(7, 55),
+           {mailAt("begun", at(7, 50)), mailAt("first", at(7, 51)), eventAt("shown", at(7, 52)),
+            mailAt("second", at(7, 53)), mailAt("later", at(9, 30))});
     desktop.mailer.begin();
     EXPECT_THAT(acknowledged(), ElementsAre("begun"));
     desktop.powerNotices.shutDown();

@@ -97,7 +97,8 @@ TEST_F(MailOfAnAgent, RunsTheScriptOnceForEachRecipientWithTheSixItems) {
     EXPECT_THAT(runner.calls[1].arguments,
                 ElementsAre("mail_attachment", "Stand-up", "At 9:15", "/tmp/plan.pdf", "1",
                             "bo@example.org", "Bo \"the\" Bear"));
-    EXPECT_THAT(runner.calls[1].environment, ElementsAre("PLENZO_MAIL_CLIENT=birdmail"));
+    EXPECT_THAT(runner.calls[1].environment,
+                ElementsAre("PLENZO_MAIL_CLIENT=birdmail", "PLENZO_MAIL_PROGRAM="));
     EXPECT_THAT(addresses(), ElementsAre("ana@example.org", "bo@example.org", "cy@example.org"));
     EXPECT_THAT(items(6), ElementsAre("", "Bo \"the\" Bear", ""));
     EXPECT_THAT(results, ElementsAre(true));
@@ -186,6 +187,30 @@ TEST_F(MailOfAnAgent, KnowsTheVariantsOfAClient) {
     for (const auto& [id, family] : families) {
         EXPECT_EQ(mailClientFamily(id), family) << id;
     }
+}
+
+TEST_F(MailOfAnAgent, KnowsAClientByItsProgramWhereItsEntryHasANameOfItsOwn) {
+    clients.running = {{"userapp-Thunderbird-7AB1C2", true}, {"org.gnome.Evolution", true}};
+    runner.programs = {agentScript("thunderbird"), agentScript("evolution")};
+    clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2",
+                             .program = "/opt/thunderbird/thunderbird-bin"};
+    mailAndWait(messageTo({"ana@example.org"}));
+    ASSERT_THAT(programs(), ElementsAre(agentScript("thunderbird")));
+    EXPECT_EQ(runner.calls[0].environment[1],
+              "PLENZO_MAIL_PROGRAM=/opt/thunderbird/thunderbird-bin");
+    clients.defaultClient = {.id = "org.gnome.Evolution", .program = "/usr/bin/thunderbird"};
+    mailAndWait(messageTo({"ana@example.org"}));
+    EXPECT_EQ(programs().back(), agentScript("evolution")) << "the id says it";
+    EXPECT_EQ(runner.calls.back().environment[1], "PLENZO_MAIL_PROGRAM=");
+    for (const char* program :
+         {"/usr/bin/flatpak", "/opt/thunderbird/start", "", "/", "evolution/"}) {
+        clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2", .program = program};
+        mailAndWait(messageTo({"ana@example.org"}));
+        EXPECT_FALSE(results.back()) << program;
+    }
+    runner.programs.insert(userScript("userapp-Thunderbird-7AB1C2"));
+    mailAndWait(messageTo({"ana@example.org"}));
+    EXPECT_EQ(programs().back(), userScript("userapp-Thunderbird-7AB1C2"));
 }
 
 TEST_F(MailOfAnAgent, GoesByTheUsersDefaultScriptWhereNoClientIsTheDefault) {

@@ -29,6 +29,9 @@ class MailAlarms(SystemTest):
         """The default for mail."""
         program = self.session.folder / name
         self.program(program, *lines)
+        self.install_default(name, program, terminal)
+
+    def install_default(self, name, program, terminal):
         applications = self.session.folder / "data" / "applications"
         (applications / f"{name}.desktop").write_text(
             f"[Desktop Entry]\nType=Application\nName={name}\nExec={program} %u\n"
@@ -81,6 +84,17 @@ class MailAlarms(SystemTest):
         self.assertEqual(second, first[:5] + ["bo@example.org", ""])
         self.assertEqual((self.session.folder / "clients").read_text(), "birdmail\nbirdmail\n")
         self.assertFalse((self.session.folder / "touched").exists())
+
+    def test_go_to_a_client_that_wrote_the_entry_of_the_default_itself(self):
+        programs = self.session.folder / "elsewhere"
+        programs.mkdir()
+        self.program(programs / "thunderbird", "printf '%s\\0' \"$@\" >>calls")
+        self.install_default("userapp-Thunderbird-7AB1C2", programs / "thunderbird", False)
+        self.start_with_notifications()
+        self.push_mail("review", ["ana@example.org"])
+        calls = self.session.folder / "calls"
+        self.wait_until(lambda: calls.exists() and "-compose" in calls.read_text(), "a composer")
+        self.assertIn("mailto:ana@example.org?", calls.read_text())
 
     def test_hold_up_neither_other_alarms_nor_the_agents_end_when_the_script_hangs(self):
         self.install_client("birdmail", True)
