@@ -15,8 +15,8 @@
 namespace plenzo {
 
 /// The mail of alarms, one message after the other. An alarm waits here until its message begins to
-/// go out or turns out not to; only then the host is told that the alarm is done. So every alarm is
-/// either still here, to be mailed by the next session, or done: none is lost and none comes twice.
+/// go out or turns out not to; only then the host is told that the alarm is done. So what is still
+/// here at the end of the session can be left to the next, and nothing comes twice.
 class AlarmMail {
 public:
     struct Collaborators {
