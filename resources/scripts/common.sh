@@ -74,12 +74,14 @@ mailbox() {
     fi
 }
 
-# Sets $command: that of the Flatpak when the user's client is one, else the first of these that is
-# there. Fails without any.
+# Sets $command: that of the Flatpak when the user's client is one, else the one that the client's
+# desktop entry starts when the entry has a name of its own, else the first of these that is there.
+# Fails without any.
 find_command() {
     for command in "${XDG_DATA_HOME:-$HOME/.local/share}/flatpak/exports/bin/$PLENZO_MAIL_CLIENT" \
-        "/var/lib/flatpak/exports/bin/$PLENZO_MAIL_CLIENT" "$@" "/snap/bin/$1"; do
-        case $command in */) continue ;; esac
+        "/var/lib/flatpak/exports/bin/$PLENZO_MAIL_CLIENT" "$PLENZO_MAIL_PROGRAM" "$@" \
+        "/snap/bin/$1"; do
+        case $command in '' | */) continue ;; esac
         if command -v "$command" >/dev/null; then
             return 0
         fi
@@ -87,6 +89,7 @@ find_command() {
     exit 69
 }
 PLENZO_MAIL_CLIENT=${PLENZO_MAIL_CLIENT-}
+PLENZO_MAIL_PROGRAM=${PLENZO_MAIL_PROGRAM-}
 
 # Starts a client that may go on, apart from the script, which has a time limit. One that ends within
 # seconds, as it does when it runs already, says whether it went well.

@@ -31,13 +31,16 @@ PlenzoAlarm::PlenzoAlarm(Platform platform, ProgramIdentity identity, WindowCont
       m_shownAlarms(windows.alarmWindow),
       m_keptFileAccess(
           {.fileAccess = platform.fileAccess, .timers = platform.timers, .clock = platform.clock}),
+      m_alarmMail({.hostCommands = m_hostCommands,
+                   .strings = platform.strings,
+                   .clock = platform.clock,
+                   .regionalSettings = platform.regionalSettings,
+                   .mailer = platform.mailer},
+                  [this] { saveMailAgainIfShuttingDown(); }),
       m_alarmActions({.workspace = platform.workspace,
                       .hostCommands = m_hostCommands,
-                      .strings = platform.strings,
-                      .clock = platform.clock,
-                      .regionalSettings = platform.regionalSettings,
                       .fileAccess = platform.fileAccess,
-                      .mailer = platform.mailer}),
+                      .mail = m_alarmMail}),
       m_alarmSound(platform.sounds, platform.clock),
       m_alarmFiring({.queue = m_alarmQueue,
                      .firedAlarms = m_firedAlarms,
@@ -101,6 +104,9 @@ void PlenzoAlarm::applicationWillTerminate() {
     m_powerNotices.reset();
     m_systemChangeNotices.reset();
     m_notificationDelivery.ignoreActivations();
+    if (m_shuttingDown && m_platform.mailer != nullptr) {
+        m_platform.mailer->completeAtOnce();
+    }
     m_platform.distributedNotifications.post("PlenzoAlarm Quit");
 }
 
@@ -197,11 +203,18 @@ void PlenzoAlarm::saveAgainIfShuttingDown() {
     }
 }
 
-void PlenzoAlarm::saveAlarms() {
-    SavedState(m_platform.files, m_applicationSupportFolder)
+void PlenzoAlarm::saveMailAgainIfShuttingDown() {
+    if (m_shuttingDown && !saveAlarms()) {
+        SavedState(m_platform.files, m_applicationSupportFolder).discardMail();
+    }
+}
+
+bool PlenzoAlarm::saveAlarms() {
+    return SavedState(m_platform.files, m_applicationSupportFolder)
         .save({.eventDicts = m_eventIntake.allEventDicts().eventDicts(),
                .sourceListNodes = m_sourceList.sourceListNodes(),
                .weather = m_weatherDict,
+               .mailAlarms = m_alarmMail.waitingAlarms(),
                .issueTime = issueTimeForSaving()});
 }
 
@@ -228,7 +241,26 @@ void PlenzoAlarm::restoreAlarms() {
                           if (m_windows.statusWindow != nullptr) {
                               m_windows.statusWindow->processWeatherDict(m_weatherDict);
                           }
-                      }});
+                      },
+                  .restoreMail = [this](const Array& alarms) { restoreMail(alarms); }});
+}
+
+/// They were due already; the queue gives them back at once.
+void PlenzoAlarm::restoreMail(const Array& alarms) {
+    const TimeZone zone = m_platform.regionalSettings.timeZone();
+    for (const Value& value : alarms) {
+        const Dictionary* form = value.dictionary();
+        const Alarm alarm =
+            form != nullptr ? alarmFromDictionaryRepresentation(*form, zone) : Alarm();
+        if (alarm.fireDate && alarm.eventDict && alarm.reminderType() == ReminderType::Mail) {
+            m_alarmQueue.append(alarm.eventDict,
+                                {.fireDate = alarm.fireDate->instant(),
+                                 .fireDay = alarm.fireDay,
+                                 .reminderDict = &*alarm.reminderDict},
+                                zone);
+        }
+    }
+    m_alarmQueue.sort();
 }
 
 } // namespace plenzo

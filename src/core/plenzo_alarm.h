@@ -3,6 +3,7 @@
 #include "core/alarm_actions.h"
 #include "core/alarm_date_text.h"
 #include "core/alarm_firing.h"
+#include "core/alarm_mail.h"
 #include "core/alarm_queue.h"
 #include "core/alarm_sound.h"
 #include "core/alarm_window_controller.h"
@@ -93,9 +94,12 @@ private:
 
     void findApplicationSupportFolder();
     void restoreAlarms();
-    void saveAlarms();
+    void restoreMail(const Array& alarms);
+    bool saveAlarms();
     /// After the end of the session was announced, what changes is saved again.
     void saveAgainIfShuttingDown();
+    /// Mail that goes out must not be among what is saved, or it would come again.
+    void saveMailAgainIfShuttingDown();
     /// The moment that parts the alarms that have fired from those that have not.
     [[nodiscard]] Instant issueTimeForSaving() const;
     [[nodiscard]] bool deliversByNotificationCenter() const;
@@ -116,6 +120,7 @@ private:
     NotificationDelivery m_notificationDelivery;
     ShownAlarms m_shownAlarms;
     KeptFileAccess m_keptFileAccess;
+    AlarmMail m_alarmMail;
     AlarmActions m_alarmActions;
     AlarmSound m_alarmSound;
     AlarmFiring m_alarmFiring;

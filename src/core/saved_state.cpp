@@ -13,8 +13,11 @@ namespace {
 constexpr const char* remindersFile = "Reminders.plist";
 constexpr const char* calendarsFile = "Calendars.plist";
 constexpr const char* weatherFile = "Weather.plist";
+constexpr const char* mailFile = "Mail.plist";
 /// The first comes last: with it the state counts as put in its place.
-constexpr std::array fileNames{calendarsFile, weatherFile, remindersFile};
+constexpr std::array fileNames{calendarsFile, weatherFile, mailFile, remindersFile};
+/// A state may lack them.
+constexpr std::array optionalFileNames{weatherFile, mailFile};
 
 /// Being written; then complete, and to be put in place.
 constexpr const char* unfinishedFolder = "Saving";
@@ -69,6 +72,10 @@ bool SavedState::stageWeather(const Dictionary& weather) {
     return bytes.empty() || replaceStaged(weatherFile, bytes);
 }
 
+bool SavedState::stageMail(const Array& mailAlarms) {
+    return mailAlarms.empty() || stage(mailFile, Value(mailAlarms));
+}
+
 bool SavedState::replaceStaged(const char* name, std::span<const std::byte> bytes) {
     return !bytes.empty() && m_files.replace(path(join(unfinishedFolder, name).c_str()), bytes);
 }
@@ -80,7 +87,7 @@ bool SavedState::save(const Contents& contents) {
         m_files.setModificationDate(path(join(unfinishedFolder, remindersFile).c_str()),
                                     contents.issueTime) &&
         stage(calendarsFile, Value(contents.sourceListNodes)) && stageWeather(contents.weather) &&
-        m_files.remove(path(finishedFolder)) &&
+        stageMail(contents.mailAlarms) && m_files.remove(path(finishedFolder)) &&
         m_files.move(path(unfinishedFolder), path(finishedFolder));
     if (!isStaged) {
         m_files.remove(path(unfinishedFolder));
@@ -94,8 +101,10 @@ bool SavedState::save(const Contents& contents) {
 /// that the new one lacks; that is removed first, as long as the file is still there that is moved
 /// first.
 void SavedState::putInPlace() {
-    if (isFinished(calendarsFile) && !isFinished(weatherFile)) {
-        m_files.remove(path(weatherFile));
+    for (const char* name : optionalFileNames) {
+        if (isFinished(calendarsFile) && !isFinished(name)) {
+            m_files.remove(path(name));
+        }
     }
     for (const char* name : fileNames) {
         putInPlace(name);
@@ -121,9 +130,13 @@ bool SavedState::isFinished(const char* name) const {
 
 void SavedState::discard() {
     for (const char* name :
-         {unfinishedFolder, finishedFolder, remindersFile, calendarsFile, weatherFile}) {
+         {unfinishedFolder, finishedFolder, remindersFile, calendarsFile, weatherFile, mailFile}) {
         m_files.remove(path(name));
     }
+}
+
+void SavedState::discardMail() {
+    m_files.remove(path(mailFile));
 }
 
 std::optional<Value> SavedState::read(const char* name) const {
@@ -149,6 +162,14 @@ void SavedState::restore(const Steps& steps) {
     if (weather && weather->dictionary() != nullptr) {
         steps.restoreWeather(std::move(*weather->mutableDictionary()));
         m_files.remove(path(weatherFile));
+    }
+    restoreMail(steps);
+}
+
+void SavedState::restoreMail(const Steps& steps) {
+    auto alarms = read(mailFile);
+    if (alarms && alarms->array() != nullptr && m_files.remove(path(mailFile))) {
+        steps.restoreMail(std::move(*alarms->mutableArray()));
     }
 }
 

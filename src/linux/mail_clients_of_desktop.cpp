@@ -78,7 +78,8 @@ public:
         const bool isOfTerminal =
             G_IS_DESKTOP_APP_INFO(client.get()) &&
             g_desktop_app_info_get_boolean(G_DESKTOP_APP_INFO(client.get()), "Terminal") != FALSE;
-        return MailClient{.id = std::move(id), .isOfTerminal = isOfTerminal};
+        return MailClient{
+            .id = std::move(id), .isOfTerminal = isOfTerminal, .program = programOf(client.get())};
     }
 
     bool isRunning(const std::string& clientId) {

@@ -13,6 +13,8 @@ struct MailClient {
     std::string id;
     /// It has no window of its own, so there is no running one that could be spoken to.
     bool isOfTerminal = false;
+    /// The path of what the entry starts; empty when that is not there.
+    std::string program = {};
 };
 
 /// The mail clients of the desktop. Answers come later from the main loop, once each; destroying

@@ -30,10 +30,20 @@ public:
     Mailer& operator=(const Mailer&) = delete;
     virtual ~Mailer() = default;
 
-    /// Hands the message to the client, and then says once whether the client has taken it. False
-    /// when there is no client that can be made to, or it would not. May answer from within the
-    /// call.
-    virtual void mail(const MailMessage& message, std::function<void(bool)> finished) = 0;
+    /// What becomes of a message, told as it happens, be it from within the call.
+    struct Progress {
+        /// Once, right before the client gets the message for the first recipient; not at all when
+        /// that never happens. Until then the message can be given up and mailed another time;
+        /// afterwards it would come twice.
+        std::function<void()> begins;
+        /// Once: whether the client has taken the message. False when there is no client that can
+        /// be made to, or it would not.
+        std::function<void(bool)> finished;
+    };
+    virtual void mail(const MailMessage& message, Progress progress) = 0;
+    /// The program is about to end: a message that has begun goes to the rest of its recipients
+    /// without waiting for anything.
+    virtual void completeAtOnce() = 0;
 };
 
 } // namespace plenzo

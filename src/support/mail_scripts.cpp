@@ -61,8 +61,8 @@ bool isFileName(const std::string& name) {
 
 } // namespace
 
-std::string mailClientFamily(const std::string& clientId) {
-    const std::string id = lowerCase(clientId);
+std::string mailClientFamily(const std::string& clientName) {
+    const std::string id = lowerCase(clientName);
     // "thunderbird2go" is somebody else.
     const auto isOf = [&id](const Family& family) {
         const bool isWhole =
@@ -75,7 +75,8 @@ std::string mailClientFamily(const std::string& clientId) {
     return family != std::end(families) ? std::string(family->name) : std::string();
 }
 
-std::optional<MailScript> MailScripts::scriptOfClient(const std::string& clientId) const {
+std::optional<MailScript> MailScripts::scriptOfClient(const MailClient& client) const {
+    const std::string& clientId = client.id;
     if (!isFileName(clientId)) {
         return std::nullopt;
     }
@@ -88,7 +89,20 @@ std::optional<MailScript> MailScripts::scriptOfClient(const std::string& clientI
     if (auto found = script(MailScript::Origin::Agent, clientId)) {
         return found;
     }
-    return script(MailScript::Origin::Agent, mailClientFamily(clientId));
+    return scriptOfFamily(client);
+}
+
+std::optional<MailScript> MailScripts::scriptOfFamily(const MailClient& client) const {
+    const std::string family = mailClientFamily(client.id);
+    if (!family.empty()) {
+        return script(MailScript::Origin::Agent, family);
+    }
+    const std::string programName = client.program.substr(client.program.rfind('/') + 1);
+    auto found = script(MailScript::Origin::Agent, mailClientFamily(programName));
+    if (found) {
+        found->clientProgram = client.program;
+    }
+    return found;
 }
 
 std::optional<MailScript> MailScripts::script(MailScript::Origin origin,

@@ -12,13 +12,13 @@ MailUtilities::MailUtilities(const Collaborators& collaborators)
     : m_collaborators(collaborators),
       m_scripts(collaborators.scripts, collaborators.scriptFolders) {}
 
-void MailUtilities::mail(const MailMessage& message, std::function<void(bool)> finished) {
+void MailUtilities::mail(const MailMessage& message, Progress progress) {
     auto prepared = preparedForScript(message);
     if (!prepared || m_waiting.size() >= mostWaitingMessages) {
-        finished(false);
+        progress.finished(false);
         return;
     }
-    m_waiting.push_back({.message = std::move(*prepared), .finished = std::move(finished)});
+    m_waiting.push_back({.message = std::move(*prepared), .progress = std::move(progress)});
     if (!m_task) {
         startNextTask();
     }
@@ -36,7 +36,7 @@ void MailUtilities::startNextTask() {
 }
 
 void MailUtilities::useClient(const MailClient& client) {
-    auto script = m_scripts.scriptOfClient(client.id);
+    auto script = m_scripts.scriptOfClient(client);
     if (!script) {
         finish(false);
         return;
@@ -71,11 +71,33 @@ void MailUtilities::runForNextRecipient() {
         finish(m_task->hasSucceeded);
         return;
     }
-    m_step = m_collaborators.scripts.run(
+    if (!std::exchange(m_task->hasBegun, true)) {
+        m_task->progress.begins();
+    }
+    m_step = run(*recipient, [this](bool hasRunWell) { note(hasRunWell); });
+}
+
+Handle MailUtilities::run(const MailRecipient& recipient, std::function<void(bool)> finished) {
+    return m_collaborators.scripts.run(
         {.program = m_task->script.path,
-         .arguments = scriptArguments(m_task->message, *recipient),
-         .environment = {std::string(clientVariable) + "=" + m_task->client.id}},
-        [this](bool hasRunWell) { note(hasRunWell); });
+         .arguments = scriptArguments(m_task->message, recipient),
+         .environment = {std::string(clientVariable) + "=" + m_task->client.id,
+                         std::string(programVariable) + "=" + m_task->script.clientProgram}},
+        std::move(finished));
+}
+
+/// The scripts go on alone.
+void MailUtilities::completeAtOnce() {
+    if (!m_task || !m_task->hasBegun) {
+        return;
+    }
+    for (int count = 0; count < mostRunsAtOnce; ++count) {
+        const MailRecipient* recipient = takeRecipient();
+        if (recipient == nullptr) {
+            return;
+        }
+        run(*recipient, [](bool /*hasRunWell*/) {}).reset();
+    }
 }
 
 /// Null when there is none any more.
@@ -100,7 +122,7 @@ void MailUtilities::note(bool hasRunWell) {
 }
 
 void MailUtilities::finish(bool isTaken) {
-    const auto finished = std::move(m_task->finished);
+    const auto finished = std::move(m_task->progress.finished);
     m_task.reset();
     m_step.reset();
     startNextTask();

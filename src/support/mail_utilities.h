@@ -27,6 +27,8 @@ public:
 
     /// Messages beyond these are refused.
     static constexpr std::size_t mostWaitingMessages = 1000;
+    /// More scripts than these are not started at once at the end.
+    static constexpr int mostRunsAtOnce = 50;
     /// What a client that had to be launched gets until it is spoken to.
     static constexpr int launchMilliseconds = 5000;
     /// The client, as far as scripts are concerned, of a desktop that has no default for mail: a
@@ -34,6 +36,8 @@ public:
     static constexpr const char* clientWithoutDefault = "default";
     /// By this variable of its environment a script that serves several clients learns of the one.
     static constexpr const char* clientVariable = "PLENZO_MAIL_CLIENT";
+    /// By this one, of the program to call, when it is not the one of the client's usual name.
+    static constexpr const char* programVariable = "PLENZO_MAIL_PROGRAM";
 
     explicit MailUtilities(const Collaborators& collaborators);
 
@@ -41,15 +45,17 @@ public:
     /// fails, which ends the message, and when a recipient's address cannot be used, which spares
     /// the others. What becomes of a run of the user's script is the user's business. Recipients
     /// without an address are passed over.
-    void mail(const MailMessage& message, std::function<void(bool)> finished) override;
+    void mail(const MailMessage& message, Progress progress) override;
+    void completeAtOnce() override;
 
 private:
     struct Task {
         MailMessage message;
-        std::function<void(bool)> finished;
+        Progress progress;
         std::size_t nextRecipient = 0;
         MailClient client = {};
         MailScript script = {};
+        bool hasBegun = false;
         bool hasSucceeded = true;
     };
 
@@ -58,6 +64,7 @@ private:
     void launchMailerIfNecessary();
     void launch();
     void runForNextRecipient();
+    [[nodiscard]] Handle run(const MailRecipient& recipient, std::function<void(bool)> finished);
     void note(bool hasRunWell);
     void finish(bool isTaken);
     [[nodiscard]] const MailRecipient* takeRecipient();

@@ -203,6 +203,44 @@ TEST_F(AnIssuedAlarm, IsDoneAlsoWhenTheHostMailsOrNobodyCan) {
     EXPECT_THAT(test.opened(), ElementsAre(std::string(acknowledged) + "v"));
 }
 
+TEST_F(AnIssuedAlarm, IsDoneWhenItsMailBeginsToGoOutOneAfterTheOther) {
+    test.mailer.waits = true;
+    test.pushFull({event("a", due, {relativeReminder("a", 0, 2)}),
+                   event("b", due, {relativeReminder("b", 0, 2)}),
+                   event("c", due, {relativeReminder("c", 0, 2)})});
+    test.timers.advanceTo(due);
+    EXPECT_THAT(test.opened(), IsEmpty());
+    EXPECT_EQ(test.mailer.sent.size(), 1U);
+    test.mailer.begin();
+    EXPECT_THAT(test.opened(), ElementsAre(std::string(acknowledged) + "a"));
+    test.mailer.finish();
+    EXPECT_THAT(test.opened(), IsEmpty()) << "a is done, b waits";
+    EXPECT_EQ(test.mailer.sent.size(), 2U);
+    test.mailer.works = false;
+    test.mailer.finish();
+    EXPECT_THAT(test.opened(), ElementsAre(std::string(acknowledged) + "b")) << "given up";
+    test.mailer.begin();
+    test.mailer.finish();
+    EXPECT_THAT(test.opened(), ElementsAre(std::string(acknowledged) + "c"));
+    EXPECT_EQ(test.mailer.sent.size(), 3U);
+}
+
+TEST_F(AnIssuedAlarm, IsNotLostAmongVeryManyWhoseMailIsRefused) {
+    constexpr int count = 20'000;
+    test.mailer.waits = true;
+    Array events;
+    for (int number = 0; number < count; ++number) {
+        events.append(event(std::to_string(number), due, {relativeReminder("m", 0, 2)}));
+    }
+    test.pushFull(events);
+    test.timers.advanceTo(due);
+    test.mailer.waits = false;
+    test.mailer.works = false;
+    test.mailer.finish();
+    EXPECT_EQ(test.mailer.sent.size(), std::size_t{count});
+    EXPECT_EQ(test.opened().size(), std::size_t{count});
+}
+
 TEST_F(AnIssuedAlarm, WasPendingForItsEventUntilThen) {
     const Instant distantFuture = Instant::distantFuture();
     test.pushFull({event("e", due, {relativeReminder("r", 0), relativeReminder("s", 10)}),

@@ -97,6 +97,26 @@ TEST_F(APowerCutWhileSaving, GivesWeatherToAStateThatHadNone) {
                 UnorderedElementsAre("old old | old | no weather", wholeNewState));
 }
 
+TEST_F(APowerCutWhileSaving, NeverMixesTheOldMailWithANewStateWithoutAny) {
+    const Dictionary reminder = relativeReminder("mail", 0, 2);
+    Pushed old = state("old");
+    old.mailAlarms = {Dictionary{{keys::fireDate, utc(2026, 3, 10, 11).date()},
+                                 {keys::eventDict, Dictionary{{keys::uid, "mail"}}},
+                                 {keys::reminderDict, reminder}}};
+    Names outcomes;
+    for (bool isWhole = false; !isWhole;) {
+        DesktopOfAgents desktop;
+        ASSERT_TRUE(desktop.save(old));
+        desktop.files.losePowerAfter(m_changes++);
+        desktop.save(state("new"));
+        isWhole = desktop.files.hasPower();
+        const std::string text = restored(desktop);
+        outcomes.insert(text + " " + std::to_string(desktop.mailer.sent.size()));
+    }
+    EXPECT_THAT(outcomes, UnorderedElementsAre(std::string(wholeOldState) + " 1",
+                                               std::string(wholeNewState) + " 0"));
+}
+
 /// The second cut comes while an agent takes up what the first one has left. What that agent had
 /// read already is consumed, but the states stay apart.
 TEST_F(APowerCutWhileSaving, FollowedByOneWhileLaunchingMixesNothing) {

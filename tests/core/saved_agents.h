@@ -15,6 +15,8 @@ struct Pushed {
     Array eventDicts;
     Array sourceNodes;
     Dictionary weather;
+    /// Not pushed, but left of it.
+    Array mailAlarms = {};
 };
 
 /// A desktop on which agents run one after the other, over the same files.
@@ -43,6 +45,7 @@ struct DesktopOfAgents : TestDesktop {
             .save({.eventDicts = eventDicts,
                    .sourceListNodes = pushed.sourceNodes,
                    .weather = pushed.weather,
+                   .mailAlarms = pushed.mailAlarms,
                    .issueTime = clock.now()});
     }
     /// The agent ends without a word, and another one starts.

@@ -98,6 +98,15 @@ TEST_F(TheMailClients, RunWhoseBusNameIsOwned) {
     EXPECT_TRUE(isRunning("org.plenzo.Called-1"));
 }
 
+TEST_F(TheMailClients, AreKnownByWhatTheirEntriesStart) {
+    std::optional<MailClient> client;
+    const Handle asked =
+        clients->findDefault([&client](const std::optional<MailClient>& found) { client = found; });
+    running.runUntil([&client] { return client.has_value(); });
+    EXPECT_TRUE(client->program.starts_with('/') && client->program.ends_with("/birdmail"))
+        << client->program;
+}
+
 TEST_F(TheMailClients, AreLaunchedByOneThatEndsAtOnce) {
     clients->launch("birdmail");
     const Handle unanswered = clients->isRunning("birdmail", [](bool) { FAIL(); });

@@ -5,10 +5,12 @@
 #include "platform/sounds.h"
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace plenzo {
@@ -24,15 +26,38 @@ public:
     std::vector<std::string> played;
 };
 
+/// Takes each message at once, or refuses it; when it waits, the test says how each goes on.
 class FakeMailer final : public Mailer {
 public:
-    void mail(const MailMessage& message, std::function<void(bool)> finished) override {
+    void mail(const MailMessage& message, Progress progress) override {
         sent.push_back(message);
+        m_inHand.push_back(std::move(progress));
+        if (waits) {
+            return;
+        }
+        if (works) {
+            begin();
+        }
+        finish();
+    }
+    void completeAtOnce() override { ++completionCount; }
+
+    void begin() { m_inHand.front().begins(); }
+    void finish() {
+        const auto finished = std::move(m_inHand.front().finished);
+        m_inHand.pop_front();
         finished(works);
     }
+    /// Those who would be told are gone.
+    void forget() { m_inHand.clear(); }
 
     std::vector<MailMessage> sent;
     bool works = true;
+    bool waits = false;
+    int completionCount = 0;
+
+private:
+    std::deque<Progress> m_inHand;
 };
 
 /// Transport data is the file's path; files in `files` can be found.

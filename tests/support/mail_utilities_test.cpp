@@ -48,7 +48,8 @@ protected:
     }
 
     void mail(const MailMessage& message) {
-        mailer->mail(message, [this](bool isTaken) { results.push_back(isTaken); });
+        mailer->mail(message, {.begins = [this] { begun.push_back(runner.calls.size()); },
+                               .finished = [this](bool isTaken) { results.push_back(isTaken); }});
     }
     void mailAndWait(const MailMessage& message) {
         mail(message);
@@ -77,6 +78,8 @@ protected:
     FakeScriptRunner runner{later};
     FakeDelays delays;
     std::vector<bool> results;
+    /// How many scripts had run before each message that has begun.
+    std::vector<std::size_t> begun;
     std::unique_ptr<MailUtilities> mailer = std::make_unique<MailUtilities>(
         MailUtilities::Collaborators{.clients = clients,
                                      .scripts = runner,
@@ -94,7 +97,8 @@ TEST_F(MailOfAnAgent, RunsTheScriptOnceForEachRecipientWithTheSixItems) {
     EXPECT_THAT(runner.calls[1].arguments,
                 ElementsAre("mail_attachment", "Stand-up", "At 9:15", "/tmp/plan.pdf", "1",
                             "bo@example.org", "Bo \"the\" Bear"));
-    EXPECT_THAT(runner.calls[1].environment, ElementsAre("PLENZO_MAIL_CLIENT=birdmail"));
+    EXPECT_THAT(runner.calls[1].environment,
+                ElementsAre("PLENZO_MAIL_CLIENT=birdmail", "PLENZO_MAIL_PROGRAM="));
     EXPECT_THAT(addresses(), ElementsAre("ana@example.org", "bo@example.org", "cy@example.org"));
     EXPECT_THAT(items(6), ElementsAre("", "Bo \"the\" Bear", ""));
     EXPECT_THAT(results, ElementsAre(true));
@@ -185,6 +189,30 @@ TEST_F(MailOfAnAgent, KnowsTheVariantsOfAClient) {
     }
 }
 
+TEST_F(MailOfAnAgent, KnowsAClientByItsProgramWhereItsEntryHasANameOfItsOwn) {
+    clients.running = {{"userapp-Thunderbird-7AB1C2", true}, {"org.gnome.Evolution", true}};
+    runner.programs = {agentScript("thunderbird"), agentScript("evolution")};
+    clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2",
+                             .program = "/opt/thunderbird/thunderbird-bin"};
+    mailAndWait(messageTo({"ana@example.org"}));
+    ASSERT_THAT(programs(), ElementsAre(agentScript("thunderbird")));
+    EXPECT_EQ(runner.calls[0].environment[1],
+              "PLENZO_MAIL_PROGRAM=/opt/thunderbird/thunderbird-bin");
+    clients.defaultClient = {.id = "org.gnome.Evolution", .program = "/usr/bin/thunderbird"};
+    mailAndWait(messageTo({"ana@example.org"}));
+    EXPECT_EQ(programs().back(), agentScript("evolution")) << "the id says it";
+    EXPECT_EQ(runner.calls.back().environment[1], "PLENZO_MAIL_PROGRAM=");
+    for (const char* program :
+         {"/usr/bin/flatpak", "/opt/thunderbird/start", "", "/", "evolution/"}) {
+        clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2", .program = program};
+        mailAndWait(messageTo({"ana@example.org"}));
+        EXPECT_FALSE(results.back()) << program;
+    }
+    runner.programs.insert(userScript("userapp-Thunderbird-7AB1C2"));
+    mailAndWait(messageTo({"ana@example.org"}));
+    EXPECT_EQ(programs().back(), userScript("userapp-Thunderbird-7AB1C2"));
+}
+
 TEST_F(MailOfAnAgent, GoesByTheUsersDefaultScriptWhereNoClientIsTheDefault) {
     clients.defaultClient.reset();
     mailAndWait(messageTo({"ana@example.org"}));
@@ -235,6 +263,49 @@ TEST_F(MailOfAnAgent, RefusesMessagesBeyondAThousandThatWait) {
     later.run();
     EXPECT_EQ(addresses().size(), 1001U);
     EXPECT_EQ(addresses().back(), "1000@example.org");
+}
+
+TEST_F(MailOfAnAgent, BeginsWithTheFirstScriptAndTellsBefore) {
+    clients.running["birdmail"] = false;
+    mailAndWait(messageTo({"", "ana@example.org", "bo@example.org"}));
+    delays.pass(4.99);
+    later.run();
+    EXPECT_THAT(begun, IsEmpty()) << "the client gets its time";
+    delays.pass(0.01);
+    later.run();
+    EXPECT_THAT(begun, ElementsAre(0U)) << "once";
+    mailAndWait(messageTo({"cy@example.org"}));
+    EXPECT_THAT(begun, ElementsAre(0U, 2U));
+    mailAndWait(messageTo({""}));
+    clients.defaultClient->id = "unknown";
+    mailAndWait(messageTo({"ana@example.org"}));
+    EXPECT_EQ(begun.size(), 2U) << "these never began";
+    EXPECT_THAT(results, ElementsAre(true, true, true, false));
+}
+
+TEST_F(MailOfAnAgent, CompletesAtItsEndWhatHasBegun) {
+    runner.hanging.insert(agentScript("birdmail"));
+    mail(messageTo({"ana@example.org", "", "-x", "bo@example.org", "cy@example.org"}));
+    mail(messageTo({"dan@example.org"}));
+    mailer->completeAtOnce();
+    EXPECT_THAT(runner.calls, IsEmpty()) << "nothing has begun";
+    later.run();
+    EXPECT_THAT(addresses(), ElementsAre("ana@example.org"));
+    mailer->completeAtOnce();
+    mailer->completeAtOnce();
+    EXPECT_THAT(addresses(), ElementsAre("ana@example.org", "bo@example.org", "cy@example.org"));
+    EXPECT_EQ(begun.size(), 1U);
+    mailer.reset();
+    runner.passLimit();
+    later.run();
+    EXPECT_EQ(addresses().size(), 3U);
+}
+
+TEST_F(MailOfAnAgent, StartsNoFloodOfScriptsAtItsEnd) {
+    runner.hanging.insert(agentScript("birdmail"));
+    mailAndWait(messageTo(Strings(1000, "ana@example.org")));
+    mailer->completeAtOnce();
+    EXPECT_EQ(addresses().size(), 51U);
 }
 
 TEST_F(MailOfAnAgent, PassesOverRecipientsWithoutAnAddress) {
@@ -322,7 +393,8 @@ TEST_F(MailOfAnAgent, MayEndAtAnyStep) {
 }
 
 TEST_F(MailOfAnAgent, MayEndInItsAnswer) {
-    mailer->mail(messageTo({"ana@example.org"}), [this](bool /*isTaken*/) { mailer.reset(); });
+    mailer->mail(messageTo({"ana@example.org"}),
+                 {.begins = [] {}, .finished = [this](bool /*isTaken*/) { mailer.reset(); }});
     mail(messageTo({"bo@example.org"}));
     later.run();
     EXPECT_THAT(addresses(), ElementsAre("ana@example.org"));

@@ -1,4 +1,5 @@
 """E-mail alarms, which go through the script of the user's mail client."""
+import signal
 import time
 import unittest
 
@@ -28,6 +29,9 @@ class MailAlarms(SystemTest):
         """The default for mail."""
         program = self.session.folder / name
         self.program(program, *lines)
+        self.install_default(name, program, terminal)
+
+    def install_default(self, name, program, terminal):
         applications = self.session.folder / "data" / "applications"
         (applications / f"{name}.desktop").write_text(
             f"[Desktop Entry]\nType=Application\nName={name}\nExec={program} %u\n"
@@ -59,8 +63,7 @@ class MailAlarms(SystemTest):
         return due
 
     def wait_for_acknowledgement(self, uid):
-        self.wait_until(lambda: any("acknowledge" in command and uid in command
-                                    for command in self.host.heard()),
+        self.wait_until(lambda: self.acknowledged(uid),
                         f"{uid} is acknowledged; heard {self.host.heard()}")
 
     def test_run_the_users_script_once_for_each_recipient(self):
@@ -81,6 +84,17 @@ class MailAlarms(SystemTest):
         self.assertEqual(second, first[:5] + ["bo@example.org", ""])
         self.assertEqual((self.session.folder / "clients").read_text(), "birdmail\nbirdmail\n")
         self.assertFalse((self.session.folder / "touched").exists())
+
+    def test_go_to_a_client_that_wrote_the_entry_of_the_default_itself(self):
+        programs = self.session.folder / "elsewhere"
+        programs.mkdir()
+        self.program(programs / "thunderbird", "printf '%s\\0' \"$@\" >>calls")
+        self.install_default("userapp-Thunderbird-7AB1C2", programs / "thunderbird", False)
+        self.start_with_notifications()
+        self.push_mail("review", ["ana@example.org"])
+        calls = self.session.folder / "calls"
+        self.wait_until(lambda: calls.exists() and "-compose" in calls.read_text(), "a composer")
+        self.assertIn("mailto:ana@example.org?", calls.read_text())
 
     def test_hold_up_neither_other_alarms_nor_the_agents_end_when_the_script_hangs(self):
         self.install_client("birdmail", True)
@@ -112,6 +126,49 @@ class MailAlarms(SystemTest):
         self.push_mail("retro", ["cy@example.org"])
         self.wait_until(lambda: len(self.mails()) == 3, "the third mail")
         self.assertEqual(len(self.times("launches")), 1)
+
+    def test_that_had_not_begun_at_the_sessions_end_go_out_in_the_next_once(self):
+        self.install_client("birdmail", False, "date +%s.%N >>launches",
+                            f"while [ -d '{self.session.folder}' ]; do sleep 1; done")
+        self.install_script("birdmail")
+        agent = self.start_with_notifications()
+        due = in_seconds(2)
+        self.link.push([
+            event("review", due,
+                  reminder("review", kind=MAIL, to=["ana@example.org", "bo@example.org"])),
+            event("retro", due, reminder("retro", kind=MAIL, to=["cy@example.org"]))])
+        self.wait_until(lambda: self.times("launches"), "the client starts")
+        self.assertEqual(self.acknowledged("review"), [])
+        self.assertEqual(agent.ask_to_end(signal.SIGHUP), 0)
+        self.assertEqual(self.mails(), [])
+        agent = self.start_agent()
+        self.wait_until(lambda: len(self.mails()) == 3, "three mails")
+        self.wait_for_acknowledgement("review")
+        self.wait_for_acknowledgement("retro")
+        self.assertEqual(agent.ask_to_end(signal.SIGHUP), 0)
+        self.start_agent()
+        self.push_mail("plan", ["dan@example.org"])
+        self.wait_for_acknowledgement("plan")
+        self.wait_until(lambda: len(self.mails()) == 4, "the fourth mail")
+        self.assertEqual([mail[5].split("@")[0] for mail in self.mails()], ["cy", "ana", "bo", "dan"],
+                         "in the order of the titles, once")
+        for uid in ("review", "retro", "plan"):
+            self.assertEqual(len(self.acknowledged(uid)), 1, uid)
+
+    def test_that_had_begun_at_the_sessions_end_go_to_everybody_at_once(self):
+        self.install_client("birdmail", True)
+        self.install_script("birdmail", f"while [ -d '{self.session.folder}' ]; do sleep 1; done")
+        agent = self.start_with_notifications()
+        self.push_mail("review", ["ana@example.org", "bo@example.org", "cy@example.org"])
+        self.wait_until(lambda: len(self.mails()) == 1, "the script runs")
+        self.wait_for_acknowledgement("review")
+        self.assertEqual(agent.ask_to_end(signal.SIGHUP), 0)
+        self.wait_until(lambda: len(self.mails()) == 3, "three mails")
+        self.assertEqual(sorted(mail[5].split("@")[0] for mail in self.mails()), ["ana", "bo", "cy"])
+
+    def acknowledged(self, uid):
+        return [command for command in self.host.heard()
+                if "acknowledge" in command and uid in command]
 
     def times(self, name):
         path = self.session.folder / name
