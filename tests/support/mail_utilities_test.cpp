@@ -1,8 +1,5 @@
-#include "support/fake_delays.h"
-#include "support/fake_mail_clients.h"
-#include "support/fake_script_runner.h"
+#include "mail_fixture.h"
 #include "support/mail_items.h"
-#include "support/mail_utilities.h"
 
 #include <gmock/gmock.h>
 
@@ -16,76 +13,6 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-using Strings = std::vector<std::string>;
-
-constexpr const char* ofUser = "/home/ana/.local/share/PlenzoAlarm/Scripts";
-constexpr const char* ofAgent = "/usr/share/plenzoalarm/scripts";
-
-std::string userScript(const std::string& name) {
-    return std::string(ofUser) + "/" + name;
-}
-std::string agentScript(const std::string& name) {
-    return std::string(ofAgent) + "/" + name;
-}
-
-MailMessage messageTo(const Strings& addresses) {
-    MailMessage message{
-        .attachment = {}, .recipients = {}, .subject = "Stand-up", .body = "At 9:15"};
-    for (const std::string& address : addresses) {
-        message.recipients.push_back({.email = address, .name = {}});
-    }
-    return message;
-}
-
-/// A desktop whose mail client runs, and for which the agent has a script.
-class MailOfAnAgent : public testing::Test {
-protected:
-    MailOfAnAgent() {
-        clients.defaultClient = {.id = "birdmail"};
-        clients.running["birdmail"] = true;
-        runner.programs.insert(agentScript("birdmail"));
-    }
-
-    void mail(const MailMessage& message) {
-        mailer->mail(message, {.begins = [this] { begun.push_back(runner.calls.size()); },
-                               .finished = [this](bool isTaken) { results.push_back(isTaken); }});
-    }
-    void mailAndWait(const MailMessage& message) {
-        mail(message);
-        later.run();
-    }
-
-    Strings programs() const {
-        Strings names;
-        for (const ScriptCall& call : runner.calls) {
-            names.push_back(call.program);
-        }
-        return names;
-    }
-    /// The item of every call so far.
-    Strings items(std::size_t number) const {
-        Strings texts;
-        for (const ScriptCall& call : runner.calls) {
-            texts.push_back(call.arguments.at(number));
-        }
-        return texts;
-    }
-    Strings addresses() const { return items(5); }
-
-    Later later;
-    FakeMailClients clients{later};
-    FakeScriptRunner runner{later};
-    FakeDelays delays;
-    std::vector<bool> results;
-    /// How many scripts had run before each message that has begun.
-    std::vector<std::size_t> begun;
-    std::unique_ptr<MailUtilities> mailer = std::make_unique<MailUtilities>(
-        MailUtilities::Collaborators{.clients = clients,
-                                     .scripts = runner,
-                                     .delays = delays,
-                                     .scriptFolders = {.ofUser = ofUser, .ofAgent = ofAgent}});
-};
 
 TEST_F(MailOfAnAgent, RunsTheScriptOnceForEachRecipientWithTheSixItems) {
     MailMessage message = messageTo({"ana@example.org", "bo@example.org", "cy@example.org"});
@@ -132,95 +59,6 @@ TEST_F(MailOfAnAgent, LaunchesNothingThatRunsOrThatIsOfTheTerminalOrForNobody) {
     EXPECT_THAT(clients.launched, IsEmpty());
     EXPECT_THAT(addresses(), ElementsAre("ana@example.org", "bo@example.org"));
     EXPECT_THAT(results, ElementsAre(true, true, true));
-}
-
-TEST_F(MailOfAnAgent, FailsWithoutAScriptForTheClient) {
-    for (const char* id : {"unknown", "", ".", "..", "../birdmail", "a/../birdmail", "/birdmail",
-                           "birdmail..", ".hidden"}) {
-        runner.programs.insert(agentScript(id));
-        runner.programs.insert(userScript(id));
-        runner.programs.erase(agentScript("unknown"));
-        runner.programs.erase(userScript("unknown"));
-        clients.defaultClient->id = id;
-        mailAndWait(messageTo({"ana@example.org"}));
-    }
-    EXPECT_THAT(results, testing::AllOf(testing::SizeIs(9), Each(false)));
-    EXPECT_THAT(runner.calls, IsEmpty());
-    EXPECT_THAT(clients.launched, IsEmpty());
-}
-
-TEST_F(MailOfAnAgent, PrefersTheScriptsOfTheUser) {
-    clients.defaultClient->id = "thunderbird-esr";
-    runner.programs = {userScript("thunderbird-esr"), userScript("thunderbird-esr.desktop"),
-                       userScript("thunderbird"), agentScript("thunderbird-esr"),
-                       agentScript("thunderbird")};
-    for (const std::string& script :
-         {userScript("thunderbird-esr"), userScript("thunderbird-esr.desktop"),
-          agentScript("thunderbird-esr"), agentScript("thunderbird")}) {
-        clients.running["thunderbird-esr"] = true;
-        mailAndWait(messageTo({"ana@example.org"}));
-        EXPECT_EQ(programs().back(), script);
-        runner.programs.erase(script);
-    }
-    mailAndWait(messageTo({"ana@example.org"}));
-    EXPECT_FALSE(results.back()) << "the user's script of another client is not this one's";
-}
-
-TEST_F(MailOfAnAgent, KnowsTheVariantsOfAClient) {
-    const std::pair<const char*, const char*> families[] = {
-        {"thunderbird", "thunderbird"},
-        {"thunderbird-esr", "thunderbird"},
-        {"org.mozilla.Thunderbird", "thunderbird"},
-        {"org.mozilla.thunderbird_esr", "thunderbird"},
-        {"thunderbird_thunderbird", "thunderbird"},
-        {"eu.betterbird.Betterbird", "thunderbird"},
-        {"org.gnome.Evolution", "evolution"},
-        {"org.kde.kmail2", "kmail"},
-        {"KMail2", "kmail"},
-        {"org.claws_mail.Claws-Mail", "claws-mail"},
-        {"org.gnome.Geary", "geary"},
-        {"neomutt", "neomutt"},
-        {"thunderbirds-are-go", ""},
-        {"org.mozilla.Thunder", ""},
-        {"commutt", ""},
-        {"", ""}};
-    for (const auto& [id, family] : families) {
-        EXPECT_EQ(mailClientFamily(id), family) << id;
-    }
-}
-
-TEST_F(MailOfAnAgent, KnowsAClientByItsProgramWhereItsEntryHasANameOfItsOwn) {
-    clients.running = {{"userapp-Thunderbird-7AB1C2", true}, {"org.gnome.Evolution", true}};
-    runner.programs = {agentScript("thunderbird"), agentScript("evolution")};
-    clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2",
-                             .program = "/opt/thunderbird/thunderbird-bin"};
-    mailAndWait(messageTo({"ana@example.org"}));
-    ASSERT_THAT(programs(), ElementsAre(agentScript("thunderbird")));
-    EXPECT_EQ(runner.calls[0].environment[1],
-              "PLENZO_MAIL_PROGRAM=/opt/thunderbird/thunderbird-bin");
-    clients.defaultClient = {.id = "org.gnome.Evolution", .program = "/usr/bin/thunderbird"};
-    mailAndWait(messageTo({"ana@example.org"}));
-    EXPECT_EQ(programs().back(), agentScript("evolution")) << "the id says it";
-    EXPECT_EQ(runner.calls.back().environment[1], "PLENZO_MAIL_PROGRAM=");
-    for (const char* program :
-         {"/usr/bin/flatpak", "/opt/thunderbird/start", "", "/", "evolution/"}) {
-        clients.defaultClient = {.id = "userapp-Thunderbird-7AB1C2", .program = program};
-        mailAndWait(messageTo({"ana@example.org"}));
-        EXPECT_FALSE(results.back()) << program;
-    }
-    runner.programs.insert(userScript("userapp-Thunderbird-7AB1C2"));
-    mailAndWait(messageTo({"ana@example.org"}));
-    EXPECT_EQ(programs().back(), userScript("userapp-Thunderbird-7AB1C2"));
-}
-
-TEST_F(MailOfAnAgent, GoesByTheUsersDefaultScriptWhereNoClientIsTheDefault) {
-    clients.defaultClient.reset();
-    mailAndWait(messageTo({"ana@example.org"}));
-    runner.programs.insert(userScript("default"));
-    mailAndWait(messageTo({"ana@example.org"}));
-    EXPECT_THAT(results, ElementsAre(false, true));
-    EXPECT_THAT(programs(), ElementsAre(userScript("default")));
-    EXPECT_THAT(clients.launched, IsEmpty());
 }
 
 TEST_F(MailOfAnAgent, StopsWhenOneOfItsOwnScriptsFails) {

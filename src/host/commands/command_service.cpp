@@ -1,9 +1,12 @@
 #include "host/commands/command_service.h"
 
+#include <glib.h>
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <chrono>
 #include <cstdlib>
+#include <memory>
+#include <numeric>
 #include <utility>
 
 namespace plenzo {
@@ -42,17 +45,14 @@ PlatformData dataOfEnvironment() {
 
 /// A message of the bus takes no bytes that are no UTF-8, and an address may be typed anywhere.
 std::vector<std::string> asciiOf(const std::vector<std::string>& urls) {
-    constexpr const char* digits = "0123456789ABCDEF";
-    std::vector<std::string> encoded(urls.size());
-    for (std::size_t index = 0; index < urls.size(); ++index) {
-        for (const char byte : urls[index]) {
-            const auto code = static_cast<unsigned char>(byte);
-            if (code < 0x80U) {
-                encoded[index] += byte;
-            } else {
-                encoded[index] += {'%', digits[code >> 4U], digits[code & 0xFU]};
-            }
-        }
+    std::string ascii(127, 'a');
+    std::iota(ascii.begin(), ascii.end(), '\1');
+    std::vector<std::string> encoded;
+    encoded.reserve(urls.size());
+    for (const std::string& url : urls) {
+        const std::unique_ptr<char, decltype(&g_free)> escaped(
+            g_uri_escape_string(url.c_str(), ascii.c_str(), FALSE), g_free);
+        encoded.emplace_back(escaped.get());
     }
     return encoded;
 }

@@ -174,6 +174,10 @@ const std::optional<CalendarTime>& Occurrence::anchor() const {
     return isPlacedByStart ? start : end;
 }
 
+bool areSameDays(const ExpansionWindow& one, const ExpansionWindow& other) {
+    return one.from == other.from && one.to == other.to;
+}
+
 ExpansionWindow expansionWindow(SystemSeconds now, int days, const CalendarZone& systemZone) {
     const cctz::civil_second today(cctz::civil_day(systemZone.localOf(now)));
     return {now, systemZone.instantOf(today), systemZone.instantOf(addDays(today, days)),

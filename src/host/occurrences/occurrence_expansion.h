@@ -17,6 +17,9 @@ struct ExpansionWindow {
     CalendarZone systemZone;
 };
 
+/// Whether both are of the same days, at whatever moment of them.
+bool areSameDays(const ExpansionWindow& one, const ExpansionWindow& other);
+
 /// The window of `days` days that begins at the last midnight before `now` in the zone.
 ExpansionWindow expansionWindow(SystemSeconds now, int days, const CalendarZone& systemZone);
 

@@ -3,6 +3,8 @@
 #include "host/store/shared_work.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <limits>
 #include <unordered_set>
 
 namespace plenzo {
@@ -45,7 +47,8 @@ RecordChanges AgentEvents::update(const CalendarSet& set, const ExpansionWindow&
     return changes;
 }
 
-/// None depends on the others. When another day begins each of them has much to do.
+/// None depends on the others. When another day begins each of them has much to do; else most have
+/// nothing, and threads would not pay.
 RecordChanges AgentEvents::updateAll(const std::vector<Calendar>& calendars,
                                      const ExpansionWindow& window) {
     std::vector<CalendarExpansion*> expansions;
@@ -54,11 +57,10 @@ RecordChanges AgentEvents::updateAll(const std::vector<Calendar>& calendars,
         expansions.push_back(&m_expansions[calendar.uid]);
     }
     std::vector<RecordChanges> changes(calendars.size());
-    const bool isSameWindow =
-        m_window && m_window->from == window.from && m_window->to == window.to;
+    const bool haveMuchToDo = !m_window || !areSameDays(*m_window, window);
     m_window = window;
     SharedWork work(calendars.size());
-    work.run(isSameWindow ? calendars.size() + 1 : 2, [&] {
+    work.run(haveMuchToDo ? 2 : std::numeric_limits<std::size_t>::max(), [&] {
         while (const auto index = work.take()) {
             expansions[*index]->update(calendars[*index], window, changes[*index]);
         }

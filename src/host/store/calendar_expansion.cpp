@@ -103,8 +103,7 @@ void CalendarExpansion::removeItems(const CalendarFile& file) {
 
 /// What all records have in common.
 void CalendarExpansion::takeAppearance(const Calendar& calendar, const ExpansionWindow& window) {
-    const bool isSameWindow =
-        m_window && m_window->from == window.from && m_window->to == window.to;
+    const bool isSameWindow = m_window && areSameDays(*m_window, window);
     const bool looksTheSame =
         calendar.uid == m_calendar.uid && calendar.title == m_calendar.title &&
         calendar.color == m_calendar.color && calendar.isReadOnly == m_calendar.isReadOnly;
